@@ -1,0 +1,92 @@
+#include <tree/cls_info.h>
+#include <tree/node_imp.h>
+#include <tree/reg_info.h>
+#include <tree/split_rule_imp.h>
+
+#include <algorithm>
+#include <cstddef>
+#include <iterator>
+#include <utility>
+
+namespace tree_800 {
+
+namespace {
+
+using Rules = std::vector<std::unique_ptr<SplitRuleImp>>;
+
+Rules CloneRules(Rules const& rules) {
+    Rules clones(rules.size());
+    for (std::size_t i = 0; i < rules.size(); ++i) {
+        clones[i].reset(rules[i] != nullptr ? rules[i]->Clone() : nullptr);
+    }
+    return clones;
+}
+
+struct CopyJob {
+    NodeImp const* source;
+    NodeImp* target;
+};
+
+}  // namespace
+
+NodeImp* NodeImp::Clone() const {
+    auto copy = std::make_unique<NodeImp>();
+    *copy = *this;
+    return copy.release();
+}
+
+// The copy is complete before anything of this node is released: a throw changes nothing, and the
+// other node may be part of this one's tree.
+NodeImp& NodeImp::operator=(NodeImp const& other) {
+    if (this == &other) {
+        return *this;
+    }
+    NodeImp copy;
+    std::vector<CopyJob> pending{{&other, &copy}};
+    while (!pending.empty()) {
+        CopyJob const job = pending.back();
+        pending.pop_back();
+        job.target->CopyAllButChildren(*job.source);
+        job.target->SetNumChildren(job.source->GetNumChildren());
+        for (unsigned int pos = 0; pos < job.source->children_.size(); ++pos) {
+            if (NodeImp const* const child = job.source->GetChildImp(pos)) {
+                job.target->SetChild(pos, new NodeImp);
+                pending.push_back({child, job.target->GetChildImp(pos)});
+            }
+        }
+    }
+
+    Clean();
+    children_ = std::move(copy.children_);
+    for (std::unique_ptr<NodeImp> const& child : children_) {
+        if (child != nullptr) {
+            child->parent_ = this;
+        }
+    }
+    competitors_ = std::move(copy.competitors_);
+    surrogates_ = std::move(copy.surrogates_);
+    id_ = copy.id_;
+    isClassification_ = copy.isClassification_;
+    std::move(std::begin(copy.regInfo_), std::end(copy.regInfo_), std::begin(regInfo_));
+    std::move(std::begin(copy.clsInfo_), std::end(copy.clsInfo_), std::begin(clsInfo_));
+    predictors_ = std::move(copy.predictors_);
+    return *this;
+}
+
+void NodeImp::CopyAllButChildren(NodeImp const& other) {
+    competitors_ = CloneRules(other.competitors_);
+    surrogates_ = CloneRules(other.surrogates_);
+    id_ = other.id_;
+    predictors_ = other.predictors_;
+    for (DataSample const sample : {TrainingSample, TestSample}) {
+        if (other.isClassification_) {
+            ClsInfoImp const* const info = other.GetClsInfoImp(sample);
+            SetClsInfo(info != nullptr ? info->Clone() : nullptr, sample);
+        } else {
+            RegInfoImp const* const info = other.GetRegInfoImp(sample);
+            SetRegInfo(info != nullptr ? new RegInfoImp(*info) : nullptr, sample);
+        }
+    }
+}
+
+}  // namespace tree_800

@@ -1,0 +1,9 @@
+#include <tree/tree_algorithm.h>
+
+namespace tree_800 {
+
+TreeAlgorithmBase::~TreeAlgorithmBase() = default;
+
+TreeAlgorithm::~TreeAlgorithm() = default;
+
+}  // namespace tree_800
