@@ -1,0 +1,349 @@
+#include "cart/cart_grower.h"
+#include "penguins.h"
+#include "route_explainer.h"
+#include "tree_outline.h"
+
+#include <tree/tree.h>
+
+#include <gtest/gtest.h>
+#include <nlohmann/json.hpp>
+
+#include <algorithm>
+#include <cmath>
+#include <cstddef>
+#include <fstream>
+#include <map>
+#include <memory>
+#include <numeric>
+#include <sstream>
+#include <stdexcept>
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace {
+
+using cart::CartGrower;
+using cart::Dataset;
+using nlohmann::json;
+using tree_800::NodeImp;
+using tree_800::StopRuleImp;
+using tree_800::TestSample;
+using tree_800::TrainingSample;
+
+std::string const Penguins = TREE800_EXAMPLE_DATA_DIR "/penguins.csv";
+StopRuleImp const Usual(0.02, 20, 0.0, 7, 0.0, 0);
+
+json ReadReference(std::string const& name) {
+    return json::parse(std::ifstream(TREE800_TEST_DATA_DIR "/" + name + ".json"));
+}
+
+Dataset ReadRows(json const& reference) {
+    Dataset data;
+    data.target = cart::NominalVariable(reference["target"], reference["classes"]);
+    for (json const& predictor : reference["predictors"]) {
+        data.predictors.push_back(
+            predictor["level"] == "nominal"
+                ? cart::NominalVariable(predictor["name"], predictor["categories"])
+                : cart::OrderedVariable(predictor["name"]));
+    }
+    for (json const& row : reference["rows"]) {
+        for (json const& value : row) {
+            data.values.push_back(value.is_null() ? systemMissingValue() : value.get<double>());
+        }
+    }
+    data.targets = reference["target_values"].get<std::vector<double>>();
+    data.samples.assign(data.NumRows(), TrainingSample);
+    return data;
+}
+
+/// Every fifth penguin is in the test sample.
+CartGrower MakeGrower(char const* target, StopRuleImp const& stopRule) {
+    Dataset data = examples::ReadPenguins(Penguins, target);
+    examples::HoldOut(data, 5);
+    tree_800::ValidationSpecImp validation;
+    validation.Set(tree_800::TestSampleValidation);
+    return {std::move(data), stopRule, validation};
+}
+
+NodeImp const* Drop(CartGrower const& grower, std::size_t row) {
+    return grower.GetRoot()->DropObservationThroughTree(grower.GetData().Row(row), nullptr);
+}
+
+/// In pre-order.
+std::vector<NodeImp const*> Nodes(NodeImp const& root) {
+    std::vector<NodeImp const*> nodes = {&root};
+    for (std::size_t i = 0; i < nodes.size(); ++i) {
+        if (nodes[i]->GetNumChildren() > 0) {
+            nodes.insert(nodes.begin() + static_cast<std::ptrdiff_t>(i) + 1,
+                         {nodes[i]->GetChildImp(0), nodes[i]->GetChildImp(1)});
+        }
+    }
+    return nodes;
+}
+
+double Mean(std::vector<double> const& values) {
+    return std::accumulate(values.begin(), values.end(), 0.0) / static_cast<double>(values.size());
+}
+
+double SumOfSquares(std::vector<double> const& values) {
+    return std::accumulate(
+        values.begin(), values.end(), 0.0,
+        [mean = Mean(values)](double sum, double x) { return sum + (x - mean) * (x - mean); });
+}
+
+void ExpectRule(tree_800::SplitRuleImp const& rule, json const& expected,
+                tree_800::StatisticFlag statistic, char const* key) {
+    EXPECT_EQ(rule.GetPredictorIndex(), expected["predictor"]);
+    EXPECT_NEAR(rule.GetStatistic(statistic), expected[key], 1e-9);
+    if (auto const* const cut = dynamic_cast<tree_800::OSplitRule const*>(&rule)) {
+        EXPECT_NEAR(cut->GetCutPoint(), expected["cut"], 1e-9);
+        EXPECT_EQ(cut->Classify(cut->GetCutPoint()), expected["below"]);
+        EXPECT_EQ(cut->Classify(cut->GetCutPoint() + 1.0), expected["above"]);
+    } else {
+        for (std::size_t code = 0; code < expected["child"].size(); ++code) {
+            EXPECT_EQ(rule.Classify(static_cast<double>(code)), expected["child"][code]);
+        }
+    }
+}
+
+struct ReferenceCase {
+    char const* name;
+    StopRuleImp stopRule;
+    std::size_t surrogatesMore;  // of ours: in one node sex tells all cases apart, theirs omits it
+    int placedBySurrogate;       // steps
+    int placedByNoRule;          // steps to the biggest child, and rows that stay in an inner node
+};
+
+class ReferenceTree : public testing::TestWithParam<ReferenceCase> {};
+
+TEST_P(ReferenceTree, HasTheSameRulesAndPlacesEveryRowAlike) {
+    json const reference = ReadReference(GetParam().name);
+    CartGrower grower(ReadRows(reference), GetParam().stopRule, tree_800::ValidationSpecImp());
+    ASSERT_TRUE(grower.Run());
+    std::map<int, json> expectedNodes;
+    for (json const& node : reference["nodes"]) {
+        expectedNodes[node["id"]] = node;
+    }
+    std::map<tree_800::Node const*, int> idOf = {{grower.GetRoot(), 1}};
+    std::size_t surrogatesMore = 0;
+    for (NodeImp const* const node : Nodes(*grower.GetRoot())) {
+        if (idOf.count(node) == 0) {
+            continue;  // below a leaf of the reference, which is pruned
+        }
+        json const& expected = expectedNodes[idOf[node]];
+        SCOPED_TRACE("node " + expected["id"].dump());
+        EXPECT_EQ(node->GetAssignment(), expected["prediction"]);
+        for (int code = 0; code < grower.GetNumClasses(); ++code) {
+            EXPECT_EQ(node->GetClsInfo(TrainingSample)->GetClassCount(code),
+                      expected["counts"][static_cast<std::size_t>(code)]);
+        }
+        if (expected["leaf"]) {
+            continue;
+        }
+        json const& competitors = expected["competitors"];
+        json const& surrogates = expected["surrogates"];
+        ASSERT_EQ(node->GetNumCompetitors(), competitors.size());
+        ASSERT_GE(node->GetNumSurrogates(), surrogates.size());
+        for (unsigned i = 0; i < competitors.size(); ++i) {
+            ExpectRule(*node->GetCompetitorImp(i), competitors[i], cart::ImprovementStatistic,
+                       "improve");
+        }
+        for (unsigned i = 0; i < surrogates.size(); ++i) {
+            ExpectRule(*node->GetSurrogateImp(i), surrogates[i], cart::AgreementStatistic,
+                       "agreement_over_majority");
+        }
+        surrogatesMore += node->GetNumSurrogates() - surrogates.size();
+        EXPECT_EQ(node->GetBiggestChildPos(), expected["majority"]);
+        ASSERT_EQ(node->GetNumChildren(), 2);
+        idOf[node->GetChild(0)] = expected["children"][0];
+        idOf[node->GetChild(1)] = expected["children"][1];
+    }
+    EXPECT_EQ(surrogatesMore, GetParam().surrogatesMore);
+    EXPECT_EQ(idOf.size(), expectedNodes.size());
+
+    std::map<examples::PlacedBy, int> steps;
+    int staying = 0;
+    for (std::size_t row = 0; row < grower.GetData().NumRows(); ++row) {
+        int end = 1;
+        double const* const observation = grower.GetData().Row(row);
+        for (auto const& step : examples::ExplainRoute(*grower.GetRoot(), observation)) {
+            if (idOf.count(step.to) > 0) {
+                end = idOf[step.to];
+                ++steps[step.placedBy];
+            }
+        }
+        EXPECT_EQ(end, reference["leaf_of_row"][row]) << "row " << row;
+        staying += expectedNodes[end]["leaf"] ? 0 : 1;
+    }
+    EXPECT_EQ(steps[examples::PlacedBy::Surrogate], GetParam().placedBySurrogate);
+    EXPECT_EQ(steps[examples::PlacedBy::BiggestChild] + staying, GetParam().placedByNoRule);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Penguins, ReferenceTree,
+    testing::Values(ReferenceCase{"penguins_species", Usual, 0, 2, 1},
+                    ReferenceCase{"penguins_species_holes", {0.0, 4, 0.0, 2, 0.0, 0}, 1, 84, 164}),
+    [](auto const& test) { return std::string(test.param.name); });
+
+TEST(PenguinReader, ReadsTheRowsOfTheReference) {
+    Dataset const read = examples::ReadPenguins(Penguins, "species");
+    EXPECT_EQ(read.values, ReadRows(ReadReference("penguins_species")).values);
+    EXPECT_THROW(examples::ReadPenguins(Penguins, "colour"), std::runtime_error);
+}
+
+class PenguinTree : public testing::TestWithParam<char const*> {};
+
+/// The laws of a tree, finished or not: what each node tells is what routing sends to it.
+void ExpectWhole(CartGrower const& grower) {
+    Dataset const& data = grower.GetData();
+    std::map<tree_800::Node const*, std::vector<double>> targetsOfNode;
+    for (std::size_t row = 0; row < data.NumRows(); ++row) {
+        tree_800::Node const* node = Drop(grower, row);
+        for (; node != nullptr && data.samples[row] == TrainingSample; node = node->GetParent()) {
+            targetsOfNode[node].push_back(data.targets[row]);
+        }
+    }
+    unsigned id = 0;
+    for (auto const* const node : Nodes(*grower.GetRoot())) {
+        EXPECT_EQ(node->GetId(), ++id);
+        std::vector<double> const& targets = targetsOfNode[node];
+        EXPECT_EQ(node->GetUnweightedNodeSize(TrainingSample), targets.size());
+        if (node->GetNumChildren() > 0) {
+            EXPECT_EQ(node->GetNodeSize(TestSample),
+                      node->GetChild(0)->GetNodeSize(TestSample) +
+                          node->GetChild(1)->GetNodeSize(TestSample));
+        }
+        if (auto const* const info = node->GetClsInfoImp(TrainingSample)) {
+            EXPECT_EQ(node->GetClsInfo(TestSample)->GetPrediction(), info->GetPrediction());
+            EXPECT_DOUBLE_EQ(info->GetPercentSize() * 2.76, info->GetCount());
+        } else {
+            tree_800::RegInfo const& values = *node->GetRegInfo(TrainingSample);
+            double const lastBin = values.GetBinLeftEndPoint(values.GetNumBins() - 1);
+            EXPECT_EQ(values.GetBinSize(values.GetNumBins() - 1),
+                      std::count_if(targets.begin(), targets.end(),
+                                    [&](double target) { return target >= lastBin; }));
+            EXPECT_NEAR(values.GetStdDev() * values.GetStdDev() * node->GetNodeSize(TrainingSample),
+                        SumOfSquares(targets), 1e-6);
+            EXPECT_NEAR(node->GetAssignment(), Mean(targets), 1e-9);
+            EXPECT_EQ(node->GetRegInfo(TestSample)->GetPrediction(), values.GetPrediction());
+        }
+    }
+    EXPECT_EQ(grower.GetNumLeaves(), (static_cast<int>(id) + 1) / 2);
+}
+
+TEST_P(PenguinTree, IsWholeAfterEveryStepAndTheSameHoweverItIsRun) {
+    CartGrower stepped = MakeGrower(GetParam(), Usual);
+    double progress = 0.0;
+    for (bool goesOn = true; goesOn;) {
+        goesOn = stepped.Step();
+        ExpectWhole(stepped);
+        EXPECT_GE(stepped.GetProgress(), progress);
+        progress = stepped.GetProgress();
+        EXPECT_EQ(progress == 1.0, !goesOn);
+    }
+    CartGrower rerun = MakeGrower(GetParam(), Usual);
+    EXPECT_TRUE(rerun.Step() && rerun.Step());
+    rerun.Cancel();
+    EXPECT_FALSE(rerun.Run());
+    EXPECT_EQ(rerun.GetNumLeaves(), 3);
+    ExpectWhole(rerun);
+    rerun.Reset();
+    EXPECT_EQ(rerun.GetRoot(), nullptr);
+    EXPECT_TRUE(rerun.Run());
+    ExpectWhole(rerun);
+    EXPECT_TRUE(*rerun.GetRoot() == *stepped.GetRoot());
+}
+
+TEST_P(PenguinTree, IsJudgedOnTheTestSampleUntilItIsReleased) {
+    CartGrower grower = MakeGrower(GetParam(), Usual);
+    tree_800::TreeStatistics statistics;
+    EXPECT_FALSE(grower.GetStatistics(statistics));
+    EXPECT_EQ(grower.GetRisk(TestSample), systemMissingValue());
+    grower.Run();
+    ASSERT_TRUE(grower.GetStatistics(statistics));
+    Dataset const& data = grower.GetData();
+    std::vector<double> losses;
+    for (std::size_t row = 4; row < data.NumRows(); row += 5) {
+        double const error = Drop(grower, row)->GetAssignment() - data.targets[row];
+        losses.push_back(data.IsClassification() && error != 0.0 ? 1.0 : error * error);
+    }
+    auto const n = static_cast<double>(losses.size());
+    EXPECT_NEAR(statistics.GetRisk(), Mean(losses), 1e-9 * Mean(losses));
+    EXPECT_NEAR(statistics.GetStdError(), std::sqrt(SumOfSquares(losses)) / n, 1e-9 * Mean(losses));
+    double cases = 0.0;
+    for (int predicted = 0; predicted < statistics.GetNumClasses(); ++predicted) {
+        for (int observed = 0; observed < statistics.GetNumClasses(); ++observed) {
+            cases += statistics.GetMisclassificationCount(predicted, observed);
+        }
+    }
+    EXPECT_EQ(cases, statistics.IsCls() ? n : 0.0);
+
+    std::unique_ptr<NodeImp> const root(grower.ReleaseRoot());
+    EXPECT_EQ(Nodes(*root).size(), 7U);
+    EXPECT_EQ(grower.GetNumLeaves(), 0);
+    EXPECT_FALSE(grower.GetStatistics(statistics));
+    EXPECT_FALSE(grower.Run());
+}
+
+INSTANTIATE_TEST_SUITE_P(Penguins, PenguinTree, testing::Values("species", "body_mass_g"),
+                         [](auto const& test) { return std::string(test.param); });
+
+TEST(RegressionTree, FindsTheCutsThatBruteForceFinds) {
+    CartGrower grower = MakeGrower("body_mass_g", Usual);
+    grower.Run();
+    Dataset const& data = grower.GetData();
+    for (int const predictor : {2, 3, 4}) {  // the ordered ones
+        double best = 0.0;
+        for (std::size_t candidate = 0; candidate < data.NumRows(); ++candidate) {
+            std::vector<double> left;
+            std::vector<double> right;
+            for (std::size_t row = 0; row < data.NumRows(); ++row) {
+                double const value = data.Value(row, predictor);
+                if (data.samples[row] == TrainingSample && !cart::IsMissing(value)) {
+                    bool const goesLeft = value <= data.Value(candidate, predictor);
+                    (goesLeft ? left : right).push_back(data.targets[row]);
+                }
+            }
+            if (std::min(left.size(), right.size()) >= 7) {
+                double const apart = SumOfSquares(left) + SumOfSquares(right);
+                left.insert(left.end(), right.begin(), right.end());
+                best = std::max(best, SumOfSquares(left) - apart);
+            }
+        }
+        int const pos = grower.GetRoot()->FindCompetitorPos(predictor);
+        ASSERT_GE(pos, 0);
+        auto const& rule = *grower.GetRoot()->GetCompetitorImp(static_cast<unsigned>(pos));
+        EXPECT_NEAR(rule.GetStatistic(cart::ImprovementStatistic), best, 1e-6);
+    }
+}
+
+TEST(StopRule, EndsGrowth) {
+    std::pair<StopRuleImp, int> const rows[] = {
+        {{0.02, 20, 0.0, 7, 0.0, 1}, 2},   // depth
+        {{0.02, 276, 0.0, 7, 0.0, 0}, 2},  // node size: all training cases
+        {{0.02, 277, 0.0, 7, 0.0, 0}, 1},  // one more
+        {{0.02, 20, 50.0, 7, 0.0, 0}, 3},  // node size in percent
+        {{0.02, 20, 0.0, 7, 50.5, 0}, 1},  // child size in percent
+        {{1.0, 20, 0.0, 7, 0.0, 0}, 1},    // improvement
+    };
+    for (auto const& [stopRule, leaves] : rows) {
+        CartGrower grower = MakeGrower("species", stopRule);
+        grower.Run();
+        EXPECT_EQ(grower.GetNumLeaves(), leaves);
+    }
+}
+
+TEST(TreeOutline, SaysWhatLeadsToEachNode) {
+    CartGrower grower = MakeGrower("body_mass_g", StopRuleImp(0.02, 20, 0.0, 7, 0.0, 1));
+    grower.Run();
+    std::ostringstream outline;
+    examples::PrintOutline(outline, *grower.GetRoot(), grower.GetData());
+    EXPECT_EQ(outline.str(),
+              " id  where                                      train  test  body_mass_g\n"
+              "  1  everywhere                                   274    68  4206 +- 810\n"
+              "  2    species = Adelie or Chinstrap              175    44  3712 +- 453\n"
+              "  3    species = Gentoo                            99    24  5080 +- 507\n");
+}
+
+}  // namespace

@@ -1,0 +1,195 @@
+#include "support/equality.h"
+#include "support/random.h"
+#include "support/tree_builder.h"
+
+#include <tree/reg_info.h>
+
+#include <cmath>
+#include <iterator>
+#include <map>
+
+namespace tree_800 {
+namespace {
+
+using namespace test;
+
+TEST(ClsInfo, PercentIsAShareOfTheCount) {
+    struct {
+        std::vector<double> counts;
+        double count;
+        double shareOfFirst;
+    } const rows[] = {{{3.0, 1.0}, 4.0, 0.75},
+                      {{0.0, 0.0}, 0.0, 0.0},
+                      {{}, 0.0, 0.0},
+                      {{1.0, -3.0}, -2.0, 0.0},
+                      {{1e16, 1.0, -1e16}, 0.0, 0.0}};  // summed in order
+    for (auto const& row : rows) {
+        auto const info = Counts(0, row.counts);
+        EXPECT_EQ(info->GetCount(), row.count);
+        EXPECT_EQ(info->GetClassPercent(0), row.shareOfFirst);
+    }
+}
+
+TEST(ClsInfo, ResizingKeepsTheFirstClassesAndClearsTheOthers) {
+    auto const info = Counts(0, {1.0, 2.0, 3.0});
+    info->SetClassProbability(1, 0.5);
+    info->SetNumClasses(1);
+    info->SetNumClasses(4);
+    for (int i = 0; i < 4; ++i) {
+        EXPECT_EQ(info->GetClassCount(i), i == 0 ? 1.0 : 0.0);
+        EXPECT_EQ(info->GetClassProbability(i), 0.0);
+    }
+    EXPECT_EQ(info->GetClassProbability(-1), -1.0);
+    EXPECT_EQ(info->GetClassProbability(4), -1.0);
+    info->SetNumClasses(-1);
+    EXPECT_EQ(info->GetNumClasses(), 0);
+}
+
+TEST(ClsInfo, EqualityAndCopiesCoverEverything) {
+    auto const source = Counts(1, {3.0, 1.0});
+    source->SetClassProbability(0, 0.75);
+    ExpectEqualityCovers<ClsInfoImp>(
+        *source, {{"prediction", [](auto& info) { info.SetPrediction(0); }},
+                  {"unweighted count", [](auto& info) { info.SetUnweightedCount(4.0); }},
+                  {"percent size", [](auto& info) { info.SetPercentSize(50.0); }},
+                  {"last bit", [](auto& info) { info.SetClassCount(1, std::nextafter(1.0, 2.0)); }},
+                  {"probability", [](auto& info) { info.SetClassProbability(1, 0.25); }},
+                  {"number of classes", [](auto& info) { info.SetNumClasses(3); }}});
+    auto const larger = Counts(2, {9.0, 9.0, 9.0});
+    larger->SetPercentSize(12.0);
+    *larger = *source;
+    EXPECT_TRUE(*larger == *source);
+    ClsInfoImp const& same = *larger;
+    *larger = same;
+    EXPECT_TRUE(*larger == *source);
+    larger->SetClassCount(0, std::nan(""));
+    EXPECT_FALSE(*larger == *larger);
+}
+
+TEST(ClsInfo, CopyMarksTheProbabilitiesThatItsSourceLacks) {
+    auto const source = Counts(0, {1.0, 2.0});
+    source->SetNumClasses(1);
+    source->SetClassCount(1, 2.0);  // back within the room of before, without a probability
+    auto const copy = CopyOf(*source);
+    EXPECT_EQ(copy->GetClassCount(1), 2.0);
+    EXPECT_EQ(copy->GetClassProbability(0), 0.0);
+    EXPECT_EQ(copy->GetClassProbability(1), -1.0);
+    EXPECT_FALSE(*copy == *source);
+}
+
+RegInfoImp MakeRegInfo() {
+    RegInfoImp info;
+    info.SetCount(10.0);
+    info.SetMean(4.5);
+    info.SetMinimum(-0.3);
+    info.SetMaximum(0.4);
+    info.SetNumBins(7);
+    info.SetBinSize(1, 7.0);
+    return info;
+}
+
+TEST(RegInfo, ClearedInfoHasAnEmptyRangeAndNothingStored) {
+    RegInfoImp info = MakeRegInfo();
+    info.SetExtendedStatistic(RegInfoImp::StoreUnweightedCount, 3.0);
+    info.Clear();
+    EXPECT_TRUE(info == RegInfoImp());
+    EXPECT_EQ(info.GetUnweightedCount() + info.GetMean() + info.GetNumBins(), 0.0);
+    EXPECT_EQ(info.GetMinimum(), GetInfinity());
+    EXPECT_EQ(info.GetMaximum(), -GetInfinity());
+}
+
+TEST(RegInfo, BinsAreAdjacentSlicesOfTheRange) {
+    RegInfoImp info = MakeRegInfo();
+    EXPECT_EQ(info.GetBinLeftEndPoint(0), -0.3);
+    EXPECT_DOUBLE_EQ(info.GetBinRightEndPoint(6), 0.4);
+    for (int i = 1; i < 7; ++i) {
+        EXPECT_EQ(info.GetBinLeftEndPoint(i), info.GetBinRightEndPoint(i - 1));
+        EXPECT_NEAR(info.GetBinLeftEndPoint(i), -0.3 + 0.1 * i, 1e-15);
+    }
+    info.SetNumBins(2);
+    info.SetNumBins(3);
+    EXPECT_EQ(info.GetBinSize(1), 7.0);
+    EXPECT_EQ(info.GetBinSize(2), 0.0);
+    info.SetNumBins(-1);
+    EXPECT_EQ(info.GetNumBins(), 0);
+}
+
+// What is stored, as a map from flag to value would hold it.
+TEST(RegInfo, RandomStatisticsStandInTheOrderOfTheirFlags) {
+    Random random;
+    for (int run = 0; run < 200; ++run) {
+        RegInfoImp info = MakeRegInfo();
+        std::map<int, double> stored;
+        auto const storedOr = [&stored](int flag, double fallback) {
+            return stored.count(flag) > 0 ? stored[flag] : fallback;
+        };
+        for (int step = 0; step < 12; ++step) {
+            int const chosen = 1 << random.Between(0, 7);
+            stored[chosen] = random.Between(0, 1000);
+            info.SetExtendedStatistic(static_cast<RegInfoImp::StatisticStorageFlags>(chosen),
+                                      stored[chosen]);
+            for (int bit = 1; bit <= 128; bit *= 2) {
+                auto const flag = static_cast<RegInfoImp::StatisticStorageFlags>(bit);
+                bool const isStored = stored.count(bit) > 0;
+                auto const pos = std::distance(stored.begin(), stored.lower_bound(bit));
+                double out = -5.0;
+                EXPECT_EQ(info.GetExtendedStatistic(flag, &out), isStored);
+                EXPECT_EQ(out, storedOr(bit, -5.0));
+                EXPECT_EQ(info.GetExtendedStatisticPos(flag), isStored ? pos : -1);
+                EXPECT_EQ(info.GetExtendedStatisticInsertionPos(flag), isStored ? -1 : pos);
+            }
+            for (int const bits : {0, 3, 192, 256}) {  // no bit, several, or an unknown one
+                auto const flag = static_cast<RegInfoImp::StatisticStorageFlags>(bits);
+                EXPECT_EQ(info.GetExtendedStatisticPos(flag), -1) << bits;
+                EXPECT_EQ(info.GetExtendedStatisticInsertionPos(flag), -1) << bits;
+            }
+            EXPECT_EQ(info.GetStdDev(), storedOr(1, 0.0));
+            EXPECT_EQ(info.GetPrediction(), storedOr(2, 4.5));
+            EXPECT_EQ(info.GetUnweightedCount(), storedOr(4, 10.0));
+            ASSERT_FALSE(HasFailure()) << "run " << run << ", step " << step;
+        }
+    }
+}
+
+TEST(RegInfo, EqualityAndCopiesCoverEverything) {
+    RegInfoImp source = MakeRegInfo();
+    source.SetExtendedStatistic(RegInfoImp::StorePrediction, 4.5);
+    source.SetExtendedStatistic(RegInfoImp::StoreUnweightedCount, 10.0);
+    auto const store = [](RegInfoImp::StatisticStorageFlags flag) {
+        return [flag](RegInfoImp& info) { info.SetExtendedStatistic(flag, 8.0); };
+    };
+    ExpectEqualityCovers<RegInfoImp>(
+        source, {{"mean", [](auto& info) { info.SetMean(4.25); }},
+                 {"minimum", [](auto& info) { info.SetMinimum(1.0); }},
+                 {"maximum", [](auto& info) { info.SetMaximum(9.0); }},
+                 {"bin", [](auto& info) { info.SetBinSize(3, 1.0); }},
+                 {"number of bins", [](auto& info) { info.SetNumBins(3); }},
+                 {"count", [](auto& info) { info.SetCount(11.0); }},
+                 {"standard deviation", store(RegInfoImp::StoreStdDev)},
+                 {"prediction", store(RegInfoImp::StorePrediction)},
+                 {"unweighted count", store(RegInfoImp::StoreUnweightedCount)}});
+    EXPECT_TRUE(source == MakeRegInfo());  // which statistics are stored does not matter
+    source.SetBinSize(0, std::nan(""));
+    EXPECT_FALSE(source == source);
+}
+
+TEST(RegInfo, CopyAlwaysStoresADeviationAndForgetsWhatItHeld) {
+    RegInfoImp source;
+    source.SetExtendedStatistic(RegInfoImp::StorePrediction, 6.0);
+    RegInfoImp target = MakeRegInfo();
+    target.SetExtendedStatistic(RegInfoImp::StoreUnweightedCount, 3.0);
+    target.SetExtendedStatistic(RegInfoImp::StoreStdDev, 3.0);
+    target = source;
+    EXPECT_TRUE(target == source);
+    EXPECT_EQ(target.GetExtendedStatisticPos(RegInfoImp::StoreStdDev), 0);
+    EXPECT_EQ(target.GetExtendedStatisticPos(RegInfoImp::StorePrediction), 1);
+    EXPECT_EQ(target.GetExtendedStatisticPos(RegInfoImp::StoreUnweightedCount), -1);
+    RegInfoImp const& same = source;
+    source = same;  // not a copy
+    EXPECT_EQ(source.GetExtendedStatisticPos(RegInfoImp::StoreStdDev), -1);
+    source.CopyData(same);
+    EXPECT_EQ(source.GetExtendedStatisticPos(RegInfoImp::StoreStdDev), 0);
+}
+
+}  // namespace
+}  // namespace tree_800

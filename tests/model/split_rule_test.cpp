@@ -1,0 +1,153 @@
+#include "support/equality.h"
+#include "support/probe_rule.h"
+#include "support/tree_builder.h"
+
+#include <tree/split_rule.h>
+#include <tree/value_set.h>
+#include <tree/variable_settings.h>
+
+namespace tree_800 {
+namespace {
+
+using namespace test;
+
+TEST(SplitRuleBase, CreationKindsReplaceEachOther) {
+    ProbeRule rule({0});
+    EXPECT_EQ(rule.GetCreationFlags(), 1);
+    int const setAndFlags[][2] = {{2, 2}, {4, 6}, {1, 5}, {3, 7}, {2, 6}};
+    for (auto const& [set, flags] : setAndFlags) {
+        rule.SetProperty(static_cast<SplitRulePropertyFlag>(set));
+        EXPECT_EQ(rule.GetCreationFlags(), flags);
+    }
+    EXPECT_FALSE(rule.HasProperty(SplitRuleCreatedDefault));
+    EXPECT_TRUE(rule.HasProperty(SplitRuleCreatedDefault | SplitRuleMappingsReordered));
+}
+
+TEST(SplitRuleBase, HighestRecognisedBitNamesTheSlot) {
+    int const flagAndSlot[][2] = {{0, -1}, {1, 0},   {3, 1},   {4, 2},    {8, 3},
+                                  {15, 3}, {16, -1}, {24, -1}, {128, -1}, {129, 0}};
+    for (auto const& [flag, slot] : flagAndSlot) {
+        EXPECT_EQ(SplitRuleImp::GetFlagPosition(static_cast<StatisticFlag>(flag)), slot) << flag;
+    }
+}
+
+TEST(SplitRuleBase, StatisticIsPresentWithAllItsBitsAndReadableWithASlot) {
+    constexpr auto Slots01 = StatisticSlot0 | StatisticSlot1;
+    ProbeRule rule({0});
+    double out = 77.0;
+    rule.SetStatistic(StatisticSlot0, 1.5);
+    rule.SetStatistic(Slots01, 2.5);  // refused: only a part is present
+    EXPECT_FALSE(rule.HasStatistic(Slots01));
+    EXPECT_EQ(rule.GetStatistic(StatisticSlot1), systemMissingValue());
+    rule.SetStatistic(StatisticSlot1, 3.5);
+    rule.SetStatistic(Slots01, 4.5);  // all present: stored in the slot of the highest bit
+    EXPECT_EQ(rule.GetStatistic(StatisticSlot0), 1.5);
+    EXPECT_EQ(rule.GetStatistic(StatisticSlot1), 4.5);
+    rule.SetStatistic(StatisticUnstored16, 9.0);
+    EXPECT_TRUE(rule.HasStatistic(StatisticUnstored16));
+    EXPECT_TRUE(rule.HasStatistic(StatisticFlag{}));
+    for (StatisticFlag const unreadable : {StatisticUnstored16, StatisticSlot2, StatisticFlag{}}) {
+        EXPECT_FALSE(rule.GetStatistic(unreadable, &out));
+    }
+    EXPECT_EQ(out, 77.0);
+}
+
+TEST(SplitRuleBase, ReorderingLeavesUnassignedPositionsAlone) {
+    ProbeRule rule({2});
+    rule.ReorderMappings({});
+    EXPECT_EQ(rule.GetMissingValueMapping(), -1);
+    EXPECT_EQ(rule.GetDumbChildPos(), -1);
+    EXPECT_TRUE(rule.HasProperty(SplitRuleMappingsReordered));
+    rule.SetDumbRule(0, 0.5);
+    rule.AddMissingValueMapping(false);
+    rule.ReorderMappings({1, 2, 0});
+    EXPECT_EQ(rule.GetMissingValueMapping(), 0);
+    EXPECT_EQ(rule.GetDumbChildPos(), 1);
+}
+
+TEST(SplitRuleBase, EqualityAndClonesCoverTheBaseAlone) {
+    std::unique_ptr<SplitRuleImp> const sources[] = {Cut(3, 1.0), Codes(3, {0, 1})};
+    for (auto const& source : sources) {
+        source->SetDumbRule(0, -1.0);
+        ExpectEqualityCovers<SplitRuleImp>(
+            *source,
+            {{"slot 0", [](auto& rule) { rule.SetStatistic(StatisticSlot0, 2.0); }},
+             {"slot 3", [](auto& rule) { rule.SetStatistic(StatisticSlot3, 2.0); }},
+             {"flag", [](auto& rule) { rule.SetStatistic(StatisticUnstored32, 2.0); }},
+             {"dumb child", [](auto& rule) { rule.SetDumbRule(1, -1.0); }},
+             {"dumb probability", [](auto& rule) { rule.SetDumbRule(0, 0.75); }},
+             {"missing child", [](auto& rule) { rule.AddMissingValueMapping(true); }},
+             {"property", [](auto& rule) { rule.SetProperty(SplitRuleCreatedAlternate); }}});
+    }
+    EXPECT_TRUE(*Cut(3, 1.0) == *Codes(3, {1}));
+    EXPECT_FALSE(*Cut(3, 1.0) == *Cut(4, 1.0));
+}
+
+TEST(SplitRuleBase, OtherKindsAreRefusedUnchanged) {
+    auto const ordered = Cut(0, 1.0);
+    auto const nominal = Codes(0, {1, 0, 2});
+    nominal->AddMissingValueMapping(true);
+    EXPECT_FALSE(ordered->AddMappedValues(NValueSet()) || ordered->CopyMappings(*nominal));
+    EXPECT_FALSE(nominal->AddMappedValues(OValueSet()) || nominal->CopyMappings(*ordered));
+    EXPECT_EQ(ordered->Compare(*Cut(0, 1.0)), 0);
+    EXPECT_EQ(nominal->GetMissingValueMapping(), 3);
+}
+
+TEST(SplitRuleHandle, HoldsTheKindOfRuleThatTheVariableNeeds) {
+    VariableSettingsImp variable;
+    variable.SetMissingValue(-9.0);
+    for (int const level : {-1, 0, 1, 2}) {
+        variable.SetMeasurementLevel(static_cast<global_800::MeasurementLevel>(level));
+        SplitRule const handle(variable, 4);
+        SplitRuleImp const* const rule = handle;
+        auto const* const ordered = dynamic_cast<OSplitRule const*>(rule);
+        EXPECT_EQ(ordered == nullptr, level == 0) << level;
+        EXPECT_TRUE(ordered == nullptr || ordered->GetMissingValue() == -9.0);
+        EXPECT_EQ(handle.GetPredictorIndex(), 4);
+    }
+}
+
+TEST(SplitRuleHandle, OwnsARuleOfItsOwn) {
+    auto rule = Codes(2, {0, 1});
+    rule->SetStatistic(StatisticSlot2, 6.0);
+    SplitRule handle(*rule);
+    auto source = std::make_unique<SplitRule>(handle);
+    rule.reset();
+    handle.AddMissingValueMapping(true);
+    SplitRule const& same = handle;
+    handle = same;
+    EXPECT_EQ(handle.GetMissingValueMapping(), 2);
+    handle = *source;
+    source.reset();
+    double statistic = 0.0;
+    EXPECT_TRUE(handle.GetStatistic(StatisticSlot2, &statistic));
+    EXPECT_EQ(statistic, 6.0);
+    EXPECT_FALSE(handle.HasStatistic(StatisticSlot1));
+    EXPECT_TRUE(handle.HasProperty(SplitRuleCreatedDefault));
+    EXPECT_EQ(handle.GetMissingValueMapping(), -1);
+    std::unique_ptr<ValueSet> const values(handle.GetMappedValues(1));
+    EXPECT_TRUE(handle.AddMappedValues(*values));
+    EXPECT_EQ(handle.GetNumChildren(), 3);
+}
+
+class UncopyableRule : public ProbeRule {
+public:
+    using ProbeRule::ProbeRule;
+    SplitRuleImp* Clone() const override { return nullptr; }
+};
+
+TEST(SplitRuleHandle, EmptyHandleAnswersNeutrally) {
+    SplitRule handle(*Cut(0, 1.0));
+    handle = SplitRule(UncopyableRule({0}));
+    SplitRule const copy(handle);
+    double out = 77.0;
+    EXPECT_EQ(static_cast<SplitRuleImp const*>(copy), nullptr);
+    EXPECT_EQ(copy.GetNumChildren(), 0);
+    EXPECT_EQ(copy.GetMappedValues(0), nullptr);
+    EXPECT_EQ(copy.GetMissingValueMapping(), 0);
+    EXPECT_FALSE(copy.GetStatistic(StatisticSlot0, &out));
+    EXPECT_FALSE(copy.HasStatistic(StatisticFlag{}) || copy.HasProperty(SplitRuleCreatedDefault));
+}
+
+}  // namespace
+}  // namespace tree_800

@@ -1,0 +1,243 @@
+#include "support/tree_builder.h"
+
+#include <tree/tree_algorithm.h>
+#include <tree/tree_statistics.h>
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <climits>
+#include <iomanip>
+#include <memory>
+#include <ostream>
+#include <sstream>
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace tree_800 {
+namespace {
+
+using Matrix = std::vector<std::vector<double>>;
+
+// A finished run. Statistics ask it for its root and its kind alone.
+class FinishedAlgorithm : public TreeAlgorithm {
+public:
+    explicit FinishedAlgorithm(std::unique_ptr<NodeImp> root) : root_(std::move(root)) {}
+
+    // TreeAlgorithmBase
+    Node const* GetRoot() const override { return root_.get(); }
+    Node* ReleaseRoot() override { return root_.release(); }
+    bool IsClassification() const override { return root_->IsClassificationNode(); }
+    int GetNumClasses() const override { return -1; }
+    VariableSettings const* GetTarget() const override { return nullptr; }
+    int GetNumPredictors() const override { return -1; }
+    VariableSettings const* GetPredictor(int /*index*/) const override { return nullptr; }
+
+    // TreeAlgorithm
+    bool Run() override { return true; }
+    bool Step() override { return false; }
+    void Reset() override {}
+    double GetProgress() const override { return 1.0; }
+    void Cancel() override {}
+    bool IsCancelled() const override { return false; }
+    StopRule const* GetStopRule() const override { return nullptr; }
+    ValidationSpec const* GetValidationSpec() const override { return nullptr; }
+    PruningSpec const* GetPruningSpec() const override { return nullptr; }
+    int GetNumLeaves() const override { return -1; }
+    double GetRisk(DataSample /*sample*/) const override { return -1.0; }
+    double GetRiskStdError(DataSample /*sample*/) const override { return -1.0; }
+    bool GetStatistics(TreeStatistics& /*out*/) const override { return false; }
+
+private:
+    std::unique_ptr<NodeImp> root_;
+};
+
+// Three classes. The test sample is predicted apart, one leaf has none, and what inner nodes hold
+// does not count.
+FinishedAlgorithm ClassificationRun() {
+    auto left = test::Leaf(0, {4.0, 1.0, 0.0});
+    left->SetClsInfo(test::Counts(1, {1.0, 0.0, 2.0}).release(), TestSample);
+    auto middle = test::Leaf(2, {0.0, 1.5, 5.0});
+    middle->SetClsInfo(test::Counts(2, {0.0, 3.0, 1.0}).release(), TestSample);
+    auto inner = test::Split(test::Cut(1, 2.0), std::move(middle), test::Leaf(0, {2.0, 0.0, 1.0}));
+    inner->SetClsInfo(test::Counts(1, {90.0, 90.0, 90.0}).release(), TrainingSample);
+    auto root = test::Split(test::Cut(0, 3.0), std::move(left), std::move(inner));
+    root->SetClsInfo(test::Counts(0, {90.0, 90.0, 90.0}).release(), TrainingSample);
+    return FinishedAlgorithm(std::move(root));
+}
+
+FinishedAlgorithm RegressionRun() {
+    auto root = std::make_unique<NodeImp>();
+    root->SetClassificationNode(false);
+    return FinishedAlgorithm(std::move(root));
+}
+
+Matrix Counts(TreeStatisticsIntf const& statistics) {
+    Matrix counts;
+    for (int i = 0; i < statistics.GetNumClasses(); ++i) {
+        counts.emplace_back();
+        for (int j = 0; j < statistics.GetNumClasses(); ++j) {
+            counts.back().push_back(statistics.GetMisclassificationCount(i, j));
+        }
+    }
+    return counts;
+}
+
+TEST(TreeStatisticsTest, CountsTheLeavesOfTheSampleThatValidates) {
+    double const missing = systemMissingValue();
+    Matrix const training{{6.0, 1.0, 1.0}, {0.0, 0.0, 0.0}, {0.0, 1.5, 5.0}};
+    Matrix const none(3, std::vector<double>(3, missing));
+    for (auto const& [validation, expected] :
+         {std::pair(0, training),
+          {1, {{0.0, 0.0, 0.0}, {1.0, 0.0, 2.0}, {0.0, 3.0, 1.0}}},
+          {2, none},
+          {7, training}}) {
+        SCOPED_TRACE(validation);
+        TreeStatisticsImp const statistics(ClassificationRun(), 0.25, 0.125,
+                                           static_cast<ValidationType>(validation));
+        EXPECT_TRUE(statistics.IsCls());
+        EXPECT_EQ(statistics.GetRisk(), 0.25);
+        EXPECT_EQ(statistics.GetStdError(), 0.125);
+        EXPECT_EQ(Counts(statistics), expected);
+        std::unique_ptr<TreeStatisticsIntf> const clone(statistics.Clone());
+        EXPECT_EQ(Counts(*clone), expected);
+    }
+}
+
+TEST(TreeStatisticsTest, WhatIsGatheredReplacesTheMatrixOnlyWhenANewOneIsBuilt) {
+    TreeStatisticsImp statistics(ClassificationRun(), 0.0, 0.0, TestSampleValidation);
+    statistics.Initialize(ClassificationRun(), 0.0, 0.0, NoValidation);
+    EXPECT_EQ(Counts(statistics)[0], (std::vector<double>{6.0, 1.0, 1.0}));
+    statistics.Initialize(ClassificationRun(), 0.0, 0.0, CrossValidation);
+    EXPECT_EQ(statistics.GetMisclassificationCount(2, 1), 1.5);
+    statistics.Initialize(RegressionRun(), 0.0, 0.0, NoValidation);
+    EXPECT_FALSE(statistics.IsCls());
+    EXPECT_EQ(statistics.GetNumClasses(), 0);
+    EXPECT_EQ(statistics.GetMisclassificationCount(2, 1), systemMissingValue());
+    statistics.SetIsCls(true);
+    EXPECT_EQ(statistics.GetMisclassificationCount(2, 1), 1.5);
+    statistics.SetNumClasses(2);
+    EXPECT_EQ(Counts(statistics), Matrix(2, std::vector<double>(2, 0.0)));
+}
+
+TEST(TreeStatisticsTest, OneLeafInAMatrixOfTwoClasses) {
+    struct {
+        char const* name;
+        int prediction;
+        std::vector<double> counts;
+        Matrix expected;
+    } const rows[] = {
+        {"as expected", 1, {2.0, 7.0}, {{0.0, 0.0}, {4.0, 14.0}}},
+        {"more classes", 0, {2.0, 7.0, 9.0}, {{4.0, 14.0}, {0.0, 0.0}}},
+        {"class beyond the matrix", 2, {2.0, 7.0, 9.0}, {{0.0, 0.0}, {0.0, 0.0}}},
+        {"negative class", -1, {2.0, 7.0}, {{0.0, 0.0}, {0.0, 0.0}}},
+    };
+    for (auto const& row : rows) {
+        SCOPED_TRACE(row.name);
+        auto const leaf = test::Leaf(row.prediction, row.counts);
+        TreeStatisticsImp statistics;
+        statistics.SetIsCls(true);
+        statistics.SetNumClasses(2);
+        statistics.AddMisclassificationInfo(leaf.get(), TrainingSample);
+        statistics.AddMisclassificationInfo(leaf.get(), TrainingSample);
+        statistics.AddMisclassificationInfo(leaf.get(), TestSample);
+        EXPECT_EQ(Counts(statistics), row.expected);
+    }
+}
+
+TEST(TreeStatisticsTest, ACellThatDoesNotExistIsMissing) {
+    TreeStatisticsImp statistics;
+    statistics.SetNumClasses(2);
+    EXPECT_EQ(statistics.GetMisclassificationCount(0, 0), systemMissingValue());
+    statistics.SetIsCls(true);
+    EXPECT_EQ(statistics.GetMisclassificationCount(1, 1), 0.0);
+    for (int const index : {-1, 2, INT_MIN, INT_MAX}) {
+        EXPECT_EQ(statistics.GetMisclassificationCount(index, 0), systemMissingValue()) << index;
+        EXPECT_EQ(statistics.GetMisclassificationCount(0, index), systemMissingValue()) << index;
+    }
+    statistics.InitMatrix(0);
+    EXPECT_EQ(statistics.GetNumClasses(), 2);
+    EXPECT_EQ(statistics.GetMisclassificationCount(0, 0), systemMissingValue());
+}
+
+class FlushCounter : public std::stringbuf {
+public:
+    int flushes = 0;
+
+protected:
+    int sync() override { return ++flushes, 0; }
+};
+
+// Numbers with three digits, as the stream formats them.
+std::string Report(TreeStatisticsImp const& statistics) {
+    FlushCounter buffer;
+    std::ostream stream(&buffer);
+    stream << std::setprecision(3) << statistics;
+    std::string text = buffer.str();
+    EXPECT_EQ(buffer.flushes, std::count(text.begin(), text.end(), '\n'));
+    return text;
+}
+
+TEST(TreeStatisticsTest, Report) {
+    class Reassessed : public TreeStatisticsImp {
+    public:
+        double GetRisk() const override { return 0.5; }
+    } statistics;
+    statistics.SetRisk(0.08);
+    statistics.SetStdError(0.03125);
+    EXPECT_EQ(Report(statistics),
+              "Regression tree.\n"
+              "Risk estimate 0.5\nStandard error of risk estimate 0.0312\n");
+    statistics.SetIsCls(true);
+    EXPECT_EQ(Report(statistics),
+              "Classification tree.\nNumber of target classes = 0\n"
+              "Risk estimate 0.5\nStandard error of risk estimate 0.0312\n");
+    statistics.SetNumClasses(2);
+    statistics.SetMisclassificationCount(0, 0, 40.0);
+    statistics.SetMisclassificationCount(0, 1, 3.0);
+    statistics.SetMisclassificationCount(1, 0, 5.0);
+    statistics.SetMisclassificationCount(1, 1, 52.26);
+    EXPECT_EQ(Report(statistics),
+              "Classification tree.\nNumber of target classes = 2\n"
+              "\n40  3  \n5  52.3  "
+              "Risk estimate 0.5\nStandard error of risk estimate 0.0312\n");
+    statistics.InitMatrix(0);
+    EXPECT_EQ(Report(statistics),
+              "Classification tree.\nNumber of target classes = 2\n"
+              "\n-1.8e+308  -1.8e+308  \n-1.8e+308  -1.8e+308  "
+              "Risk estimate 0.5\nStandard error of risk estimate 0.0312\n");
+}
+
+void ExpectHolds(TreeStatistics const& handle, TreeStatisticsIntf const* held) {
+    double const missing = systemMissingValue();
+    EXPECT_EQ(handle.IsCls(), held != nullptr && held->IsCls());
+    EXPECT_EQ(handle.GetNumClasses(), held != nullptr ? held->GetNumClasses() : 0);
+    EXPECT_EQ(handle.GetRisk(), held != nullptr ? held->GetRisk() : missing);
+    EXPECT_EQ(handle.GetStdError(), held != nullptr ? held->GetStdError() : missing);
+    EXPECT_EQ(handle.GetMisclassificationCount(0, 1),
+              held != nullptr ? held->GetMisclassificationCount(0, 1) : missing);
+}
+
+TEST(TreeStatisticsTest, AHandleHoldsACloneOrNothing) {
+    TreeStatisticsImp const original(ClassificationRun(), 0.25, 0.125, NoValidation);
+    TreeStatisticsImp passing(ClassificationRun(), 0.25, 0.125, NoValidation);
+    TreeStatistics const empty;
+    TreeStatistics handle;
+    ExpectHolds(handle, nullptr);
+    handle = passing;
+    passing.SetNumClasses(0);
+    ExpectHolds(handle, &original);
+    TreeStatistics other;
+    other = handle;
+    handle = empty;
+    ExpectHolds(handle, nullptr);
+    TreeStatistics const& self = other;
+    other = self;
+    ExpectHolds(other, &original);
+    other = TreeStatisticsImp();
+    EXPECT_EQ(other.GetNumClasses(), 0);
+}
+
+}  // namespace
+}  // namespace tree_800
