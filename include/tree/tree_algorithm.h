@@ -6,11 +6,11 @@
 
 namespace tree_800 {
 
+class AlgSettings;
+class GainsIntf;
+class GainsSettings;
 class Node;
-class PruningSpec;
-class StopRule;
 class TreeStatistics;
-class ValidationSpec;
 class VariableSettings;
 
 /// What a grown tree is, whatever grew it: the tree and the variables that it speaks of.
@@ -65,21 +65,24 @@ public:
     /// Whether the run was cancelled; cleared by Reset.
     virtual bool IsCancelled() const = 0;
 
-    /// The settings of the run; borrowed. Null where the algorithm has no such settings.
-    virtual StopRule const* GetStopRule() const = 0;
-    virtual ValidationSpec const* GetValidationSpec() const = 0;
-    virtual PruningSpec const* GetPruningSpec() const = 0;
+    /// The settings of the run, the algorithm's own copy; borrowed.
+    virtual AlgSettings const* GetSettings() const = 0;
 
-    /// Number of leaves of the tree; 0 when there is none.
+    /// Number of nodes and of leaves of the tree; 0 when there is none.
+    virtual int GetNumNodes() const = 0;
     virtual int GetNumLeaves() const = 0;
-    /// Risk of the tree on the sample: share of misclassified weight, or mean squared error.
-    /// The system-missing value when there is no tree or no such sample.
+    /// Risk of the tree on the sample: the expected cost of misclassification under the priors of
+    /// the settings, or the mean squared error. The system-missing value when there is no tree or
+    /// no such sample.
     virtual double GetRisk(DataSample sample) const = 0;
     /// Standard error of GetRisk, under the same conditions.
     virtual double GetRiskStdError(DataSample sample) const = 0;
     /// Replaces what the handle holds by the statistics of the tree, judged as the validation
     /// specification says; false, with the handle unchanged, when there is no tree.
     virtual bool GetStatistics(TreeStatistics& out) const = 0;
+    /// A new gains table of the tree's leaves, which the caller deletes and which borrows the
+    /// nodes; null when there is no tree.
+    [[nodiscard]] virtual GainsIntf* ComputeGains(GainsSettings const& settings) const = 0;
 };
 
 }  // namespace tree_800

@@ -1,0 +1,62 @@
+#ifndef TREE800_GAINS_H
+#define TREE800_GAINS_H
+
+#include <tree/export.h>
+
+#include <memory>
+
+namespace tree_800 {
+
+class Node;
+
+/// A computed gains table: rows of nodes, and values in numbered columns. Implemented by whatever
+/// computes it, which also numbers the columns and answers 0, null or the system-missing value for
+/// rows, positions and columns that it does not have. Distinct tables may be used by distinct
+/// threads.
+class TREE800_EXPORT GainsIntf {
+public:
+    virtual ~GainsIntf();
+
+    virtual int GetNumRows() const = 0;
+    /// Number of nodes that make up the row.
+    virtual int GetNumNodes(int row) const = 0;
+    /// The node at a position of the row; borrowed from the tree.
+    virtual Node const* GetNode(int row, int position) const = 0;
+    virtual bool HasColumn(int column) const = 0;
+    virtual double GetValue(int row, int column) const = 0;
+    /// A deep copy; the caller deletes it.
+    [[nodiscard]] virtual GainsIntf* Clone() const = 0;
+};
+
+/// The handle through which a host reads a gains table. Owns a clone of the table it was assigned,
+/// or holds nothing and then answers 0, false, null and the system-missing value. Distinct handles
+/// may be used by distinct threads.
+///
+///     Gains gains;
+///     gains = table;  // any GainsIntf
+///     double const value = gains.GetValue(0, 2);
+class TREE800_EXPORT Gains {
+public:
+    /// Holds nothing.
+    Gains();
+    Gains(Gains const&) = delete;
+    Gains& operator=(Gains const&) = delete;
+    virtual ~Gains();
+
+    /// Holds a clone of the table.
+    Gains& operator=(GainsIntf const& table);
+
+    /// The held table's answers; see GainsIntf.
+    virtual int GetNumRows() const;
+    virtual bool HasColumn(int column) const;
+    virtual int GetNumNodes(int row) const;
+    virtual Node const* GetNode(int row, int position) const;
+    virtual double GetValue(int row, int column) const;
+
+private:
+    std::unique_ptr<GainsIntf> table_;
+};
+
+}  // namespace tree_800
+
+#endif

@@ -1,0 +1,102 @@
+#include "settings/owned_part.h"
+
+#include <tree/quest_settings.h>
+
+#include <utility>
+
+namespace tree_800 {
+
+namespace {
+
+constexpr double DefaultAlpha = 0.05;
+constexpr int DefaultNumSurrogates = 5;
+constexpr int DefaultNomCatsSurr = 32;
+constexpr int DefaultMaxTreeDepth = 5;
+
+}  // namespace
+
+QuestSettings::QuestSettings(CoreSettings const& core) : AlgSettings(core) {
+    AlgSettings::GetStopRule()->SetMaxTreeDepth(DefaultMaxTreeDepth);
+}
+
+QuestSettings::~QuestSettings() = default;
+
+QuestSettingsImp::QuestSettingsImp(CoreSettings const& core) : QuestSettings(core) {
+    Init(DefaultAlpha, DefaultNumSurrogates, DefaultNomCatsSurr, nullptr, nullptr, nullptr);
+    if (!ValidateNumSurrogates(DefaultNumSurrogates)) {
+        maxNumSurrogates_ = AlgSettings::GetCoreSettings()->GetNumPredictors() - 1;
+    }
+}
+
+QuestSettingsImp::QuestSettingsImp(QuestSettingsImp const& other) : QuestSettings(other) {
+    Init(other.alphaOfVariableSelection_, other.maxNumSurrogates_, other.maxNumNomCatsSurr_,
+         other.pruningSpec_.get(), other.priors_.get(), other.cost_.get());
+}
+
+QuestSettingsImp::~QuestSettingsImp() = default;
+
+int QuestSettingsImp::GetType() const { return ClassificationQuest; }
+
+AlgSettings* QuestSettingsImp::Clone() const { return new QuestSettingsImp(*this); }
+
+void QuestSettingsImp::CopyFrom(AlgSettings const& other) {
+    AlgSettings::CopyFrom(other);
+    if (auto const* const quest = AsKind<QuestSettingsImp>(other, ClassificationQuest)) {
+        Init(quest->alphaOfVariableSelection_, quest->maxNumSurrogates_, quest->maxNumNomCatsSurr_,
+             quest->pruningSpec_.get(), quest->priors_.get(), quest->cost_.get());
+    }
+}
+
+PruningSpec* QuestSettingsImp::GetPruningSpec() { return pruningSpec_.get(); }
+
+PruningSpec const* QuestSettingsImp::GetPruningSpec() const { return pruningSpec_.get(); }
+
+int QuestSettingsImp::GetMaxNumSurrogates() const { return maxNumSurrogates_; }
+
+void QuestSettingsImp::SetMaxNumSurrogates(int n) {
+    if (ValidateNumSurrogates(n)) {
+        maxNumSurrogates_ = n;
+    }
+}
+
+int QuestSettingsImp::GetMaxNumNomCatsSurr() const { return maxNumNomCatsSurr_; }
+
+void QuestSettingsImp::SetMaxNumNomCatsSurr(int n) {
+    if (n > 0) {
+        maxNumNomCatsSurr_ = n;
+    }
+}
+
+Priors* QuestSettingsImp::GetPriors() { return priors_.get(); }
+
+Priors const* QuestSettingsImp::GetPriors() const { return priors_.get(); }
+
+Cost* QuestSettingsImp::GetCost() { return cost_.get(); }
+
+Cost const* QuestSettingsImp::GetCost() const { return cost_.get(); }
+
+double QuestSettingsImp::GetAlphaOfVariableSelection() const { return alphaOfVariableSelection_; }
+
+void QuestSettingsImp::SetAlphaOfVariableSelection(double alpha) {
+    alphaOfVariableSelection_ = alpha;
+}
+
+void QuestSettingsImp::Init(double alpha, int maxNumSurrogates, int maxNumNomCatsSurr,
+                            PruningSpec const* pruning, Priors const* priors, Cost const* cost) {
+    auto newPruning = CloneOrDefault<PruningSpecImp>(pruning);
+    auto newPriors = CloneOrDefault<PriorsImp>(priors);
+    auto newCost = CloneOrDefault<CostImp>(cost);
+    alphaOfVariableSelection_ = alpha;
+    maxNumSurrogates_ = maxNumSurrogates;
+    maxNumNomCatsSurr_ = maxNumNomCatsSurr;
+    pruningSpec_ = std::move(newPruning);
+    priors_ = std::move(newPriors);
+    cost_ = std::move(newCost);
+}
+
+bool QuestSettingsImp::ValidateNumSurrogates(int n) const {
+    CoreSettings const* const core = AlgSettings::GetCoreSettings();
+    return core != nullptr && 0 <= n && n < core->GetNumPredictors() - 1;
+}
+
+}  // namespace tree_800

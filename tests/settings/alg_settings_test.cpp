@@ -1,0 +1,220 @@
+#include "support/settings_snapshot.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+namespace tree_800 {
+namespace {
+
+using test::ChangeAll;
+using test::MakeCore;
+using test::MakeSettings;
+using test::Snapshot;
+using test::SnapshotOf;
+
+AlgorithmKind const Kinds[] = {RegressionCart, ClassificationCart, RegressionChaid,
+                               ClassificationChaid, ClassificationQuest};
+
+// What CopyFrom takes over: the row receives from the column.
+std::vector<std::string> const Carried[5][5] = {
+    //  R CART            C CART                     R CHAID            C CHAID       QUEST
+    {{"base", "cart"}, {"base", "cart"}, {"base"}, {"base"}, {"base"}},
+    {{"base", "cart"}, {"base", "cart", "ccart"}, {"base"}, {"base"}, {"base"}},
+    {{"base"}, {"base"}, {"base", "chaid"}, {"base", "chaid"}, {"base"}},
+    {{"base"}, {"base"}, {"base", "chaid"}, {"base", "chaid", "cchaid"}, {"base"}},
+    {{"base"}, {"base"}, {"base"}, {"base"}, {"base", "quest"}},
+};
+
+TEST(AlgSettingsTest, CopyFromTakesOverWhatTheKindsShare) {
+    for (AlgorithmKind const receiverKind : Kinds) {
+        for (AlgorithmKind const sourceKind : Kinds) {
+            SCOPED_TRACE(std::to_string(receiverKind) + " from " + std::to_string(sourceKind));
+            auto const receiver = MakeSettings(receiverKind, MakeCore(7));
+            auto const source = MakeSettings(sourceKind, MakeCore(9));
+            ChangeAll(*receiver, 1);
+            ChangeAll(*source, 2);
+            Snapshot expected = SnapshotOf(*receiver);
+            Snapshot const sources = SnapshotOf(*source);
+            for (std::string const& part : Carried[receiverKind][sourceKind]) {
+                ASSERT_NE(expected.at(part), sources.at(part));
+                expected[part] = sources.at(part);
+            }
+            receiver->CopyFrom(*source);
+            EXPECT_EQ(SnapshotOf(*receiver), expected);
+
+            ChangeAll(*source, 3);
+            EXPECT_EQ(SnapshotOf(*receiver), expected) << "a part is shared";
+            receiver->CopyFrom(*receiver);
+            EXPECT_EQ(SnapshotOf(*receiver), expected) << "copied from itself";
+        }
+    }
+}
+
+TEST(AlgSettingsTest, ACloneEqualsItsSourceAndOwnsItsParts) {
+    for (AlgorithmKind const kind : Kinds) {
+        SCOPED_TRACE(kind);
+        auto const source = MakeSettings(kind, MakeCore(7));
+        ChangeAll(*source, 1);
+        Snapshot const before = SnapshotOf(*source);
+        std::unique_ptr<AlgSettings> const clone(source->Clone());
+        EXPECT_EQ(clone->GetType(), kind);
+        EXPECT_EQ(SnapshotOf(*clone), before);
+        ChangeAll(*clone, 2);
+        EXPECT_EQ(SnapshotOf(*source), before);
+    }
+}
+
+// The defaults, and what they become where predictors are few.
+TEST(AlgSettingsTest, NewSettings) {
+    struct {
+        int predictors, competitors, cartSurrogates, questSurrogates;
+    } const rows[] = {{10, 5, 5, 5}, {7, 5, 5, 5}, {6, 5, 5, 5}, {5, 5, 4, 4},
+                      {3, 3, 2, 2},  {1, 1, 0, 0}, {0, 1, 0, -1}};
+    for (auto const& row : rows) {
+        SCOPED_TRACE(row.predictors);
+        CCartSettingsImp const cart(MakeCore(row.predictors));
+        QuestSettingsImp const quest(MakeCore(row.predictors));
+        EXPECT_EQ(cart.GetMaxNumCompetitors(), row.competitors);
+        EXPECT_EQ(cart.GetMaxNumSurrogates(), row.cartSurrogates);
+        EXPECT_EQ(quest.GetMaxNumSurrogates(), row.questSurrogates);
+    }
+    struct {
+        AlgorithmKind kind;
+        int depth;
+        Snapshot own;
+    } const defaults[] = {
+        {RegressionCart, 5, {{"cart", "1.000000 5"}}},
+        {ClassificationCart, 5, {{"cart", "1.000000 5"}, {"ccart", " priors 00 cost 00"}}},
+        {RegressionChaid, 3, {{"chaid", "0.05 0.05 0.025 001"}}},
+        {ClassificationChaid,
+         3,
+         {{"chaid", "0.05 0.05 0.025 001"}, {"cchaid", "0.001 100 0 priors 10 cost 0 scores 0"}}},
+        {ClassificationQuest, 5, {{"quest", "0.05 5 32 1.000000 priors 00 cost 0"}}},
+    };
+    for (auto const& row : defaults) {
+        auto const settings = MakeSettings(row.kind, MakeCore(10));
+        EXPECT_EQ(settings->GetType(), row.kind);
+        EXPECT_EQ(settings->GetStopRule()->GetMaxTreeDepth(), row.depth);
+        EXPECT_EQ(settings->GetMaxNominalPredCategories(), 25);
+        Snapshot own = SnapshotOf(*settings);
+        own.erase("base");
+        EXPECT_EQ(own, row.own);
+    }
+}
+
+TEST(AlgSettingsTest, CountsAreClampedOrRefused) {
+    CCartSettingsImp cart(MakeCore(10));
+    QuestSettingsImp quest(MakeCore(10));
+    struct {
+        int n, competitors, categories, cartSurrogates, questSurrogates, nomCats;
+    } const rows[] = {{3, 3, 3, 3, 3, 3},    {0, 3, 3, 0, 0, 3}, {-2, 3, 3, 0, 0, 3},
+                      {8, 8, 8, 8, 8, 8},    {9, 9, 9, 9, 8, 9}, {10, 10, 10, 9, 8, 10},
+                      {50, 10, 50, 9, 8, 50}};
+    for (auto const& row : rows) {
+        SCOPED_TRACE(row.n);
+        cart.SetMaxNumCompetitors(row.n);
+        cart.SetMaxNominalPredCategories(row.n);
+        cart.SetMaxNumSurrogates(row.n);
+        quest.SetMaxNumSurrogates(row.n);
+        quest.SetMaxNumNomCatsSurr(row.n);
+        EXPECT_EQ(cart.GetMaxNumCompetitors(), row.competitors);
+        EXPECT_EQ(cart.GetMaxNominalPredCategories(), row.categories);
+        EXPECT_EQ(cart.GetMaxNumSurrogates(), row.cartSurrogates);
+        EXPECT_EQ(quest.GetMaxNumSurrogates(), row.questSurrogates);
+        EXPECT_EQ(quest.GetMaxNumNomCatsSurr(), row.nomCats);
+    }
+    cart.AlgSettings::Init(50, -3, cart.GetCoreSettings(), nullptr, nullptr);
+    EXPECT_EQ(cart.GetMaxNumCompetitors(), 10);
+    EXPECT_EQ(cart.GetMaxNominalPredCategories(), -3);
+    quest.Init(0.01, 50, -3, nullptr, nullptr, nullptr);
+    EXPECT_EQ(quest.GetMaxNumSurrogates(), 50);
+    EXPECT_EQ(quest.GetMaxNumNomCatsSurr(), -3);
+}
+
+// A settings object keeps the level of the target that it was made for, if exactly one is 2.
+TEST(AlgSettingsTest, CopiedTargetLevel) {
+    struct {
+        int receiver, source, result;
+    } const rows[] = {{2, 1, 2}, {1, 2, 1}, {0, 2, 0}, {1, 3, 3}, {3, 1, 1}, {2, 2, 2}, {2, 0, 2}};
+    for (auto const& row : rows) {
+        CoreSettingsImp receiverCore;
+        CoreSettingsImp sourceCore;
+        receiverCore.GetTarget()->SetMeasurementLevel(
+            static_cast<global_800::MeasurementLevel>(row.receiver));
+        sourceCore.GetTarget()->SetMeasurementLevel(
+            static_cast<global_800::MeasurementLevel>(row.source));
+        RChaidSettingsImp receiver(receiverCore);
+        CCartSettingsImp const source(sourceCore);
+        receiver.CopyFrom(source);
+        EXPECT_EQ(int{receiver.GetCoreSettings()->GetTarget()->GetMeasurementLevel()}, row.result);
+        EXPECT_EQ(int{source.GetCoreSettings()->GetTarget()->GetMeasurementLevel()}, row.source);
+    }
+}
+
+TEST(AlgSettingsTest, InitWithOwnParts) {
+    CCartSettingsImp cart(MakeCore(7));
+    CChaidSettingsImp chaid(MakeCore(7));
+    QuestSettingsImp quest(MakeCore(7));
+    for (AlgSettings* const settings :
+         {static_cast<AlgSettings*>(&cart), static_cast<AlgSettings*>(&chaid),
+          static_cast<AlgSettings*>(&quest)}) {
+        ChangeAll(*settings, 1);
+        Snapshot const before = SnapshotOf(*settings);
+        settings->Init(settings->GetMaxNumCompetitors(), settings->GetMaxNominalPredCategories(),
+                       settings->GetCoreSettings(), settings->GetValidationSpec(),
+                       settings->GetStopRule());
+        EXPECT_EQ(SnapshotOf(*settings), before);
+    }
+    Snapshot const before[] = {SnapshotOf(cart), SnapshotOf(chaid), SnapshotOf(quest)};
+    Cost const* const chaidCost = chaid.GetCost();
+    cart.CartSettings::Init(cart.GetPruningSpec(), cart.GetMaxNumSurrogates());
+    cart.Init(*cart.GetPriors(), *cart.GetCost(), cart.GetSplitCriteria());
+    chaid.Init(chaid.GetConvergenceEpsilon(), chaid.GetChiSquareMethod(),
+               chaid.GetMaxNumIterations(), *chaid.GetCost(), *chaid.GetPriors(),
+               *chaid.GetScores());
+    quest.Init(quest.GetAlphaOfVariableSelection(), quest.GetMaxNumSurrogates(),
+               quest.GetMaxNumNomCatsSurr(), quest.GetPruningSpec(), quest.GetPriors(),
+               quest.GetCost());
+    EXPECT_EQ(SnapshotOf(cart), before[0]);
+    EXPECT_EQ(SnapshotOf(chaid), before[1]);
+    EXPECT_EQ(SnapshotOf(quest), before[2]);
+    EXPECT_EQ(chaid.GetCost(), chaidCost) << "its own parts stay in place";
+}
+
+TEST(ChaidSettingsTest, MergeSplitFollowsMergeAndMethodsAreChecked) {
+    RChaidSettingsImp chaid(MakeCore(1));
+    chaid.SetAlphaOfMergeSplit(0.3);
+    chaid.SetAlphaOfMerge(0.1);
+    EXPECT_EQ(chaid.GetAlphaOfMergeSplit(), 0.05);
+    chaid.SetAlphaOfMergeSplit(0.3);
+    EXPECT_EQ(chaid.GetAlphaOfMergeSplit(), 0.3);
+    for (int const method : {1, 2, -1}) {
+        chaid.SetSplitMergeMethod(static_cast<SplitMergeMethod>(method));
+        EXPECT_EQ(chaid.GetSplitMergeMethod(), ExhaustiveMerge);
+    }
+}
+
+TEST(CoreSettingsTest, AssignmentKeepsWhatItReplacesAlive) {
+    CoreSettingsImp core = MakeCore(2);
+    VariableSettings* const target = core.GetTarget();
+    VariableSettings* const predictor = core.GetPredictor(0);
+    target->SetNumValues(5);
+    CoreSettingsImp other = MakeCore(3);
+    other.SetHasFreqWeight(true);
+    core = core;
+    EXPECT_EQ(core.GetTarget(), target);
+    core = other;
+    EXPECT_EQ(target->GetNumValues(), 5);
+    EXPECT_EQ(predictor->GetNumValues(), 20);
+    EXPECT_TRUE(core.HasFreqWeight());
+    EXPECT_FALSE(core.HasCaseWeight());
+    ASSERT_EQ(core.GetNumPredictors(), 3);
+    EXPECT_EQ(core.GetPredictor(2)->GetNumValues(), 32);
+    other.GetPredictor(2)->SetNumValues(-1);
+    EXPECT_EQ(core.GetPredictor(2)->GetNumValues(), 32);
+}
+
+}  // namespace
+}  // namespace tree_800
