@@ -1,43 +1,105 @@
-/// Grows a tree of the species and a tree of the body mass of 344 penguins, prints and judges both,
-/// and shows how the first places the penguins that were not measured completely.
+/// Grows and prunes trees of the species and of the body mass of 344 penguins, prints and judges
+/// them, and shows how one places the penguins that were not measured completely.
 
 #include "cart/cart_grower.h"
+#include "gains_table.h"
 #include "penguins.h"
 #include "route_explainer.h"
 #include "tree_outline.h"
 
+#include <tree/cumulative_node.h>
+#include <tree/node_iterator.h>
 #include <tree/tree_statistics.h>
 
 #include <algorithm>
 #include <exception>
+#include <iomanip>
 #include <iostream>
 #include <map>
+#include <memory>
 #include <string>
-#include <utility>
 #include <vector>
 
 namespace {
 
-cart::CartGrower MakeGrower(std::string const& path, std::string const& target) {
-    cart::Dataset data = examples::ReadPenguins(path, target);
-    examples::HoldOut(data, 5);
-    tree_800::StopRuleImp stopRule;
-    stopRule.SetMinImprovement(0.02);
-    stopRule.SetMinNodeSize(20);
-    stopRule.SetMinChildSize(7);
-    tree_800::ValidationSpecImp validation;
-    validation.Set(tree_800::TestSampleValidation);
-    return {std::move(data), stopRule, validation};
+int const Chinstrap = 1;  // its code
+
+void Configure(tree_800::CartSettings& settings, tree_800::ValidationType validation) {
+    settings.GetStopRule()->SetMinImprovement(0.005);
+    settings.GetStopRule()->SetMinNodeSize(10);
+    settings.GetStopRule()->SetMinChildSize(3);
+    settings.GetValidationSpec()->Set(validation);
 }
 
-void GrowAndPrint(cart::CartGrower& grower) {
-    grower.Run();
+void PrintMatrix(tree_800::TreeStatistics const& statistics, cart::Variable const& target) {
+    std::cout << "  predicted      observed:";
+    for (std::string const& name : target.categories) {
+        std::cout << std::setw(11) << name;
+    }
+    for (int predicted = 0; predicted < statistics.GetNumClasses(); ++predicted) {
+        std::cout << "\n  " << std::left << std::setw(24)
+                  << target.categories[static_cast<std::size_t>(predicted)] << std::right;
+        for (int observed = 0; observed < statistics.GetNumClasses(); ++observed) {
+            std::cout << std::setw(11) << statistics.GetMisclassificationCount(predicted, observed);
+        }
+    }
+    std::cout << '\n';
+}
+
+void GrowAndPrint(cart::CartGrower& grower, std::string const& howJudged) {
+    int numGrown = 0;
+    while (grower.Step()) {
+        numGrown = std::max(numGrown, grower.GetNumLeaves());
+    }
+    std::cout << "Grown to " << numGrown << " leaves, pruned to " << grower.GetNumLeaves()
+              << ":\n\n";
     examples::PrintOutline(std::cout, *grower.GetRoot(), grower.GetData());
-    std::cout << "\nJudged on the test sample:\n"
-              << tree_800::TreeStatisticsImp(grower, grower.GetRisk(tree_800::TestSample),
-                                             grower.GetRiskStdError(tree_800::TestSample),
-                                             grower.GetValidationSpec()->GetType())
-              << "\n\n";
+    tree_800::TreeStatistics statistics;
+    grower.GetStatistics(statistics);
+    std::cout << "\nRisk " << statistics.GetRisk() << ", standard error "
+              << statistics.GetStdError() << ": " << howJudged << '\n';
+    if (grower.IsClassification()) {
+        PrintMatrix(statistics, grower.GetData().target);
+    }
+}
+
+/// The leaves that predict the same class, seen as one node.
+void PrintMergedLeaves(cart::CartGrower const& grower) {
+    std::map<double, std::vector<tree_800::Node const*>> leavesOfClass;
+    tree_800::PrefixNodeIterator walk(grower.GetRoot());
+    while (tree_800::Node const* const node = walk.Next()) {
+        if (node->GetNumChildren() == 0) {
+            leavesOfClass[node->GetAssignment()].push_back(node);
+        }
+    }
+    std::cout << "\nLeaves merged by what they predict:\n"
+                 "  species     leaves  train  test\n";
+    for (auto const& [code, leaves] : leavesOfClass) {
+        tree_800::CumulativeNode const merged(leaves);
+        std::cout << "  " << std::left << std::setw(11)
+                  << grower.GetData().target.categories[static_cast<std::size_t>(code)]
+                  << std::right << std::setw(7) << leaves.size() << std::setw(7)
+                  << merged.GetNodeSize(tree_800::TrainingSample) << std::setw(6)
+                  << merged.GetNodeSize(tree_800::TestSample) << '\n';
+    }
+}
+
+void PrintChinstrapGains(cart::CartGrower const& grower) {
+    tree_800::GainsSettings settings;
+    settings.SetTargetCategory(Chinstrap);
+    settings.SetHasCumulativeStatistics(true);
+    std::unique_ptr<tree_800::GainsIntf> const table(grower.ComputeGains(settings));
+    tree_800::Gains gains;
+    gains = *table;
+    std::cout << "\nLooking for Chinstraps leaf by leaf, the best first: how many of all\n"
+                 "penguins are gone through, and how many of all Chinstraps are found.\n";
+    examples::PrintGains(std::cout, gains);
+}
+
+cart::Dataset ReadWithHeldOut(std::string const& path) {
+    cart::Dataset data = examples::ReadPenguins(path, "species");
+    examples::HoldOut(data, 5);
+    return data;
 }
 
 std::string DescribeRoute(cart::CartGrower const& grower, std::size_t row) {
@@ -70,21 +132,66 @@ void ExplainIncompletePenguins(cart::CartGrower const& grower) {
     }
 }
 
+void ShowSpecies(std::string const& path) {
+    cart::Dataset const data = ReadWithHeldOut(path);
+    tree_800::CCartSettingsImp settings(cart::MakeCoreSettings(data));
+    Configure(settings, tree_800::TestSampleValidation);
+    cart::CartGrower grower(data, settings);
+    GrowAndPrint(grower, "misclassified, of the penguins held out.");
+    PrintMergedLeaves(grower);
+    PrintChinstrapGains(grower);
+    std::cout << "\nHow this tree places the penguins with a missing value: a surrogate stands in\n"
+                 "where the value that the primary split asks for is missing.\n";
+    ExplainIncompletePenguins(grower);
+}
+
+void ShowSpeciesUnderCosts(std::string const& path) {
+    cart::Dataset const data = ReadWithHeldOut(path);
+    tree_800::CCartSettingsImp settings(cart::MakeCoreSettings(data));
+    Configure(settings, tree_800::TestSampleValidation);
+    settings.GetPriors()->Set(tree_800::EqualPriors);
+    settings.GetPriors()->AlterValues(true);
+    settings.GetCost()->Set(0, Chinstrap, 10.0);
+    settings.GetCost()->Set(2, Chinstrap, 10.0);
+    cart::CartGrower grower(data, settings);
+    std::cout << "The same with equal priors, and as if missing a Chinstrap cost ten times as much:"
+                 "\nsplits weigh the species by their altered priors,";
+    for (int i = 0; i < grower.GetNumClasses(); ++i) {
+        std::cout << ' ' << data.target.categories[static_cast<std::size_t>(i)] << ' '
+                  << grower.GetWeighting().AlteredPrior(i);
+    }
+    std::cout << ".\n";
+    GrowAndPrint(grower, "expected cost, of the penguins held out.");
+}
+
+void ShowBodyMass(std::string const& path) {
+    cart::Dataset const data = examples::ReadPenguins(path, "body_mass_g");
+    tree_800::RCartSettingsImp settings(cart::MakeCoreSettings(data));
+    Configure(settings, tree_800::CrossValidation);
+    cart::CartGrower grower(data, settings);
+    GrowAndPrint(grower, "squared error, cross-validated in " +
+                             std::to_string(settings.GetValidationSpec()->GetNumCVFolds()) +
+                             " folds.");
+}
+
 }  // namespace
 
 int main(int argc, char** argv) try {
     std::string const path = argc > 1 ? argv[1] : TREE800_EXAMPLE_DATA_DIR "/penguins.csv";
-    std::cout << "Every fifth penguin is held out to judge the trees: the test sample.\n\n"
-                 "The species of a penguin: the most frequent one of a node, and its share.\n\n";
-    cart::CartGrower species = MakeGrower(path, "species");
-    GrowAndPrint(species);
-    std::cout << "Its body mass in grams: the mean of a node, and the standard deviation.\n\n";
-    cart::CartGrower bodyMass = MakeGrower(path, "body_mass_g");
-    GrowAndPrint(bodyMass);
     std::cout
-        << "How the tree of the species places the penguins with a missing value: a surrogate\n"
-           "stands in where the value that the primary split asks for is missing.\n";
-    ExplainIncompletePenguins(species);
+        << std::setprecision(3)
+        << "THE SPECIES OF A PENGUIN\n\n"
+           "Every fifth penguin is held out. The tree is pruned to the smallest whose risk on\n"
+           "those is within one standard error of the best. A line shows the species predicted"
+           "\nat a node and its probability.\n";
+    ShowSpecies(path);
+    std::cout << "\nTHE SPECIES, WHERE IT MATTERS TO FIND ONE\n\n";
+    ShowSpeciesUnderCosts(path);
+    std::cout
+        << "\nTHE BODY MASS IN GRAMS\n\n"
+           "All penguins are grown on; cross-validation chooses the subtree. A line shows the\n"
+           "mean at a node and the standard deviation.\n";
+    ShowBodyMass(path);
     return 0;
 } catch (std::exception const& error) {
     std::cerr << error.what() << '\n';

@@ -2,6 +2,7 @@
 
 #include <tree/cls_info.h>
 #include <tree/node.h>
+#include <tree/node_iterator.h>
 #include <tree/reg_info.h>
 #include <tree/split_rule.h>
 #include <tree/value_set.h>
@@ -10,8 +11,6 @@
 #include <memory>
 #include <ostream>
 #include <sstream>
-#include <utility>
-#include <vector>
 
 namespace examples {
 namespace {
@@ -46,20 +45,24 @@ std::string DescribeCodes(tree_800::NValueSet const& codes, cart::Variable const
     return text;
 }
 
-/// A node, the values that lead to it, and its depth.
-struct Entry {
-    tree_800::Node const* node;
-    std::string values;
-    std::size_t depth;
-};
+/// The values of the parent's split that lead to the node.
+std::string DescribeWay(tree_800::Node const& node, cart::Dataset const& data) {
+    tree_800::Node const& parent = *node.GetParent();
+    int pos = 0;
+    while (parent.GetChild(static_cast<unsigned>(pos)) != &node) {
+        ++pos;
+    }
+    std::unique_ptr<tree_800::SplitRule> const split(parent.GetCompetitor(0));
+    std::unique_ptr<tree_800::ValueSet> const values(split->GetMappedValues(pos));
+    return Describe(*values, data.Predictor(split->GetPredictorIndex()));
+}
 
-void PrintEntry(std::ostream& stream, Entry const& entry, cart::Variable const& target) {
-    tree_800::Node const& node = *entry.node;
-    stream << std::setw(3) << node.GetId() << "  " << std::left << std::setw(42)
-           << std::string(2 * entry.depth, ' ') + entry.values << std::right << std::setw(6)
-           << node.GetUnweightedNodeSize(TrainingSample) << std::setw(6)
-           << node.GetUnweightedNodeSize(TestSample) << "  " << DescribePrediction(node, target)
-           << '\n';
+std::size_t Depth(tree_800::Node const& node, tree_800::Node const& root) {
+    std::size_t depth = 0;
+    for (auto const* ancestor = &node; ancestor != &root; ancestor = ancestor->GetParent()) {
+        ++depth;
+    }
+    return depth;
 }
 
 }  // namespace
@@ -87,18 +90,14 @@ std::string DescribePrediction(tree_800::Node const& node, cart::Variable const&
 void PrintOutline(std::ostream& stream, tree_800::Node const& root, cart::Dataset const& data) {
     stream << " id  " << std::left << std::setw(42) << "where" << std::right << " train  test  "
            << data.target.name << '\n';
-    std::vector<Entry> open = {{&root, "everywhere", 0}};
-    while (!open.empty()) {
-        Entry const entry = std::move(open.back());
-        open.pop_back();
-        PrintEntry(stream, entry, data.target);
-        std::unique_ptr<tree_800::SplitRule> const split(entry.node->GetCompetitor(0));
-        for (int pos = entry.node->GetNumChildren() - 1; pos >= 0; --pos) {
-            std::unique_ptr<tree_800::ValueSet> const values(split->GetMappedValues(pos));
-            open.push_back({entry.node->GetChild(static_cast<unsigned>(pos)),
-                            Describe(*values, data.Predictor(split->GetPredictorIndex())),
-                            entry.depth + 1});
-        }
+    tree_800::PrefixNodeIterator walk(&root);
+    while (tree_800::Node const* const node = walk.Next()) {
+        std::string const way = node == &root ? "everywhere" : DescribeWay(*node, data);
+        stream << std::setw(3) << node->GetId() << "  " << std::left << std::setw(42)
+               << std::string(2 * Depth(*node, root), ' ') + way << std::right << std::setw(6)
+               << node->GetUnweightedNodeSize(TrainingSample) << std::setw(6)
+               << node->GetUnweightedNodeSize(TestSample) << "  "
+               << DescribePrediction(*node, data.target) << '\n';
     }
 }
 

@@ -1,30 +1,38 @@
 #ifndef TREE800_EXAMPLES_CART_CART_GROWER_H
 #define TREE800_EXAMPLES_CART_CART_GROWER_H
 
+#include "cart/cross_validation.h"
 #include "cart/dataset.h"
-#include "cart/rules.h"
+#include "cart/growth.h"
+#include "cart/pruning.h"
+#include "cart/risk.h"
+#include "cart/settings.h"
 
-#include <tree/node_imp.h>
-#include <tree/stop_rule.h>
+#include <tree/cart_settings.h>
 #include <tree/tree_algorithm.h>
-#include <tree/validation_spec.h>
 
 #include <memory>
+#include <optional>
 #include <vector>
 
 namespace cart {
 
 /// Grows a binary classification or regression tree (Breiman, Friedman, Olshen and Stone 1984)
-/// with surrogate splits, without pruning. One step decides one node, depth first, child 0 before
-/// child 1; ids are 1, 2, ... in that order, and a node that is still undecided has the id that it
-/// would keep if growing ended now.
+/// with surrogate splits and prunes it. One step decides one node, depth first, child 0 before
+/// child 1; then, under cross-validation, one step judges one fold; under either validation the
+/// last step prunes. Ids are 1, 2, ... in pre-order after every step.
 ///
-/// The stop rule is read like this, all sizes in training cases:
+/// The settings are read like this:
+/// - the maximum number of competitors includes the primary split; a nominal predictor with more
+///   categories in a node than the maximum, or than MaxSearchedCategories, offers no split there;
 /// - the improvement of a split, see ImprovementStatistic, must be above 0 and at least the minimum
 ///   improvement times the impurity of the root, so that 0.01 means one percent of it;
-/// - of a size and a percent size the larger one counts; 0 sets no limit; the size of a child is
-///   taken over the cases that have the predictor of the split;
-/// - the root is at depth 0, and a node at the maximum depth is not split; 0 sets no limit.
+/// - sizes are in training cases; of a size and a percent size the larger one counts; 0 sets no
+///   limit; the size of a child is taken over the cases that have the predictor of the split;
+/// - the root is at depth 0, and a node at the maximum depth is not split; 0 sets no limit;
+/// - priors and costs: see Weighting; altered priors weight the cases in the split criterion;
+/// - pruning: see ChooseSubtree; without validation the tree is not pruned, as the training sample
+///   would choose the largest tree.
 ///
 /// Cases go down by the node's own routing, so that the tree and its counts agree. A case that
 /// neither the primary split nor a surrogate places goes to the child that receives more of the
@@ -33,23 +41,28 @@ namespace cart {
 ///
 /// Created and deleted by the host; one thread at a time.
 ///
-///     cart::CartGrower grower(data, stopRule, validation);
+///     tree_800::CCartSettingsImp settings(cart::MakeCoreSettings(data));
+///     settings.GetValidationSpec()->Set(tree_800::CrossValidation);
+///     cart::CartGrower grower(data, settings);
 ///     grower.Run();
-///     Print(*grower.GetRoot());
 class CartGrower : public tree_800::TreeAlgorithm {
 public:
-    /// Keeps the data and clones the settings. Throws std::invalid_argument for data without a
-    /// training row and for cross-validation, which this grower does not do.
-    CartGrower(Dataset data, tree_800::StopRule const& stopRule,
-               tree_800::ValidationSpec const& validation);
+    /// Keeps the data and clones the settings. Throws std::invalid_argument where they do not fit,
+    /// see RequireFit and Weighting.
+    CartGrower(Dataset data, tree_800::CartSettings const& settings);
+    CartGrower(CartGrower const&) = delete;
+    CartGrower& operator=(CartGrower const&) = delete;
+    ~CartGrower() override = default;
 
     // TreeAlgorithmBase
-    tree_800::NodeImp const* GetRoot() const override { return root_.get(); }
+    tree_800::NodeImp const* GetRoot() const override {
+        return growth_ ? growth_->GetRoot() : nullptr;
+    }
     /// Ends a run that is not complete.
     [[nodiscard]] tree_800::NodeImp* ReleaseRoot() override;
     bool IsClassification() const override { return data_.IsClassification(); }
     int GetNumClasses() const override { return data_.target.NumCategories(); }
-    tree_800::VariableSettings const* GetTarget() const override { return &data_.target.settings; }
+    tree_800::VariableSettings const* GetTarget() const override;
     int GetNumPredictors() const override { return data_.NumPredictors(); }
     tree_800::VariableSettings const* GetPredictor(int index) const override;
 
@@ -58,49 +71,44 @@ public:
     bool Run() override;
     bool Step() override;
     void Reset() override;
-    /// The share of the training cases that have come to rest.
+    /// Growth counts as much as each step after it, and progresses with the share of the training
+    /// cases that have come to rest.
     double GetProgress() const override;
     void Cancel() override { isCancelled_ = true; }
     bool IsCancelled() const override { return isCancelled_; }
-    tree_800::StopRule const* GetStopRule() const override { return stopRule_.get(); }
-    tree_800::ValidationSpec const* GetValidationSpec() const override { return validation_.get(); }
-    /// Null: the tree is not pruned.
-    tree_800::PruningSpec const* GetPruningSpec() const override { return nullptr; }
+    tree_800::AlgSettings const* GetSettings() const override { return settings_.get(); }
+    int GetNumNodes() const override;
     int GetNumLeaves() const override;
+    /// Of the tree as it is, see Judge; for cross-validation see GetStatistics.
     double GetRisk(tree_800::DataSample sample) const override;
     double GetRiskStdError(tree_800::DataSample sample) const override;
+    /// Under cross-validation the risk is that of the chosen subtree over all folds, and the
+    /// system-missing value until the tree is pruned.
     bool GetStatistics(tree_800::TreeStatistics& out) const override;
+    [[nodiscard]] tree_800::GainsIntf* ComputeGains(
+        tree_800::GainsSettings const& settings) const override;
 
     Dataset const& GetData() const { return data_; }
+    Weighting const& GetWeighting() const { return weighting_; }
 
 private:
-    /// A node that is a leaf until it is decided, with the rows that reached it.
-    struct Undecided {
-        tree_800::NodeImp* node;
-        SampleRows rows;
-        int depth;
-    };
-    /// The mean loss of the tree over a sample, and its standard error.
-    struct Risk {
-        double mean;
-        double stdError;
-    };
-
-    void Plant();
-    Rules FindWorthwhileSplits(Undecided const& leaf) const;
-    void Split(Undecided const& leaf, Rules splits);
-    Risk Judge(tree_800::DataSample sample) const;
+    tree_800::ValidationType GetValidationType() const;
+    int NumStepsAfterGrowth() const;
+    void StepAfterGrowth();
+    std::vector<Risk> JudgeSubtrees() const;
+    void PruneToChosenSubtree();
+    Risk JudgeTree(tree_800::DataSample sample) const;
 
     Dataset data_;
-    std::unique_ptr<tree_800::StopRule> stopRule_;
-    std::unique_ptr<tree_800::ValidationSpec> validation_;
-    SampleRows all_;
+    std::unique_ptr<tree_800::CartSettings> settings_;
+    SampleRows rows_;
+    Weighting weighting_;
 
-    std::unique_ptr<tree_800::NodeImp> root_;
-    std::vector<Undecided> undecided_;  // the next one last
-    unsigned numDecided_ = 0;
-    int numSplits_ = 0;
-    bool isPlanted_ = false;
+    std::unique_ptr<Growth> growth_;  // holds the tree; null before the first step
+    std::unique_ptr<PruningSequence> sequence_;
+    std::unique_ptr<CrossValidator> crossValidator_;
+    std::optional<Risk> chosenRisk_;  // by which the subtree was chosen
+    int numStepsAfterGrowth_ = 0;
     bool isCancelled_ = false;
 };
 

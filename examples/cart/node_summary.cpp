@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <cmath>
 #include <memory>
+#include <numeric>
 #include <set>
 #include <vector>
 
@@ -20,9 +21,36 @@ using tree_800::RegInfoImp;
 using tree_800::TestSample;
 using tree_800::TrainingSample;
 
+/// What the cases of each class weigh together.
+std::vector<double> WeighClasses(ClsInfo const& info, std::vector<double> const& caseWeights) {
+    std::vector<double> weights = caseWeights;
+    for (std::size_t i = 0; i < weights.size(); ++i) {
+        weights[i] *= info.GetClassCount(static_cast<int>(i));
+    }
+    return weights;
+}
+
+double Sum(std::vector<double> const& values) {
+    return std::accumulate(values.begin(), values.end(), 0.0);
+}
+
+int CheapestClass(std::vector<double> const& classWeights, Weighting const& weighting) {
+    std::vector<double> costs;
+    for (std::size_t predicted = 0; predicted < classWeights.size(); ++predicted) {
+        double cost = 0.0;
+        for (std::size_t observed = 0; observed < classWeights.size(); ++observed) {
+            cost += weighting.Cost(static_cast<int>(predicted), static_cast<int>(observed)) *
+                    classWeights[observed];
+        }
+        costs.push_back(cost);
+    }
+    return static_cast<int>(std::min_element(costs.begin(), costs.end()) - costs.begin());
+}
+
 /// `training` is null where this is the training sample itself.
 std::unique_ptr<ClsInfoImp> MakeClsInfo(Dataset const& data, Rows const& rows,
-                                        std::size_t sampleSize, ClsInfo const* training) {
+                                        std::size_t sampleSize, ClsInfo const* training,
+                                        Weighting const& weighting) {
     auto info = std::make_unique<ClsInfoImp>();
     info->SetNumClasses(data.target.NumCategories());
     for (std::size_t const row : rows) {
@@ -34,15 +62,13 @@ std::unique_ptr<ClsInfoImp> MakeClsInfo(Dataset const& data, Rows const& rows,
     info->SetPercentSize(100.0 * numRows / static_cast<double>(sampleSize));
 
     ClsInfo const& basis = training != nullptr ? *training : *info;
-    int prediction = 0;
-    for (int i = 0; i < basis.GetNumClasses(); ++i) {
-        double const share = basis.GetClassPercent(i);
-        info->SetClassProbability(i, share);
-        if (share > basis.GetClassPercent(prediction)) {
-            prediction = i;
-        }
+    std::vector<double> const weights = WeighClasses(basis, weighting.InNode());
+    double const total = Sum(weights);
+    for (int i = 0; i < info->GetNumClasses(); ++i) {
+        info->SetClassProbability(i,
+                                  total > 0.0 ? weights[static_cast<std::size_t>(i)] / total : 0.0);
     }
-    info->SetPrediction(prediction);
+    info->SetPrediction(CheapestClass(weights, weighting));
     return info;
 }
 
@@ -104,7 +130,7 @@ void SummarisePredictor(tree_800::NodeImp& node, Dataset const& data, Rows const
 }  // namespace
 
 void Summarise(tree_800::NodeImp& node, Dataset const& data, SampleRows const& rows,
-               SampleRows const& all) {
+               SampleRows const& all, Weighting const& weighting) {
     for (auto const sample : {TrainingSample, TestSample}) {
         Rows const& reached = rows.Of(sample);
         std::size_t const sampleSize = all.Of(sample).size();
@@ -113,7 +139,8 @@ void Summarise(tree_800::NodeImp& node, Dataset const& data, SampleRows const& r
         }
         if (data.IsClassification()) {
             ClsInfo const* const training = node.GetClsInfo(TrainingSample);
-            node.SetClsInfo(MakeClsInfo(data, reached, sampleSize, training).release(), sample);
+            auto info = MakeClsInfo(data, reached, sampleSize, training, weighting);
+            node.SetClsInfo(info.release(), sample);
         } else {
             RegInfo const* const training = node.GetRegInfo(TrainingSample);
             node.SetRegInfo(MakeRegInfo(data, reached, training).release(), sample);
@@ -125,17 +152,18 @@ void Summarise(tree_800::NodeImp& node, Dataset const& data, SampleRows const& r
     }
 }
 
-double Impurity(tree_800::NodeImp const& node) {
-    double const numCases = node.GetNodeSize(TrainingSample);
+double Impurity(tree_800::NodeImp const& node, Weighting const& weighting) {
     if (RegInfo const* const info = node.GetRegInfo(TrainingSample)) {
-        return numCases * info->GetStdDev() * info->GetStdDev();
+        return node.GetNodeSize(TrainingSample) * info->GetStdDev() * info->GetStdDev();
     }
-    ClsInfo const& info = *node.GetClsInfo(TrainingSample);
+    std::vector<double> const weights =
+        WeighClasses(*node.GetClsInfo(TrainingSample), weighting.InCriterion());
+    double const total = Sum(weights);
     double gini = 1.0;
-    for (int i = 0; i < info.GetNumClasses(); ++i) {
-        gini -= info.GetClassPercent(i) * info.GetClassPercent(i);
+    for (double const weight : weights) {
+        gini -= weight / total * (weight / total);
     }
-    return numCases * gini;
+    return total * gini;
 }
 
 }  // namespace cart

@@ -41,14 +41,14 @@ private:
     Rule winner_;
 };
 
-Rule BestCut(Dataset const& data, Rows const& rows, int predictor, std::size_t minChildSize) {
+Rule BestCut(Dataset const& data, Rows const& rows, int predictor, SplitSearch const& search) {
     Rows const known = KnownInOrder(data, rows, predictor);
-    TargetSums left(data);
-    TargetSums right(data);
+    TargetSums left(search.classWeights);
+    TargetSums right(search.classWeights);
     for (std::size_t const row : known) {
         right.Add(data.targets[row]);
     }
-    Contest contest(minChildSize);
+    Contest contest(search.minChildSize);
     for (std::size_t i = 0; i + 1 < known.size(); ++i) {
         left.Add(data.targets[known[i]]);
         right.Remove(data.targets[known[i]]);
@@ -63,27 +63,27 @@ Rule BestCut(Dataset const& data, Rows const& rows, int predictor, std::size_t m
     return contest.TakeWinner();
 }
 
-Rule BestDivision(Dataset const& data, Rows const& rows, int predictor, std::size_t minChildSize) {
+Rule BestDivision(Dataset const& data, Rows const& rows, int predictor, SplitSearch const& search) {
     std::map<int, TargetSums> sumsOfCode;
     for (std::size_t const row : rows) {
         double const value = data.Value(row, predictor);
         if (!IsMissing(value)) {
-            auto const entry = sumsOfCode.try_emplace(static_cast<int>(value), data).first;
-            entry->second.Add(data.targets[row]);
+            int const code = static_cast<int>(value);
+            sumsOfCode.try_emplace(code, search.classWeights).first->second.Add(data.targets[row]);
         }
     }
-    if (sumsOfCode.size() < 2 || sumsOfCode.size() > MaxCategories) {
+    if (sumsOfCode.size() < 2 || sumsOfCode.size() > search.maxCategories) {
         return nullptr;
     }
     std::vector<std::pair<int, TargetSums>> const categories(sumsOfCode.begin(), sumsOfCode.end());
-    Contest contest(minChildSize);
+    Contest contest(search.minChildSize);
     // The last category always goes right, so that no division is tried again with its sides
     // exchanged.
     unsigned const numDivisions = 1U << (categories.size() - 1);
     for (unsigned division = 1; division < numDivisions; ++division) {
-        std::bitset<MaxCategories> const goesLeft(division);
-        TargetSums left(data);
-        TargetSums right(data);
+        std::bitset<MaxSearchedCategories> const goesLeft(division);
+        TargetSums left(search.classWeights);
+        TargetSums right(search.classWeights);
         for (std::size_t i = 0; i < categories.size(); ++i) {
             (goesLeft[i] ? left : right).Add(categories[i].second);
         }
@@ -101,16 +101,16 @@ Rule BestDivision(Dataset const& data, Rows const& rows, int predictor, std::siz
 
 }  // namespace
 
-Rules FindSplits(Dataset const& data, Rows const& rows, std::size_t minChildSize) {
+Rules FindSplits(Dataset const& data, Rows const& rows, SplitSearch const& search) {
     Rules splits;
     for (int predictor = 0; predictor < data.NumPredictors(); ++predictor) {
         bool const isNominal = data.Predictor(predictor).IsNominal();
-        Rule split = (isNominal ? BestDivision : BestCut)(data, rows, predictor, minChildSize);
+        Rule split = (isNominal ? BestDivision : BestCut)(data, rows, predictor, search);
         if (split) {
             splits.push_back(std::move(split));
         }
     }
-    KeepBest(splits, ImprovementStatistic, MaxSplits);
+    KeepBest(splits, ImprovementStatistic, search.maxSplits);
     return splits;
 }
 

@@ -105,7 +105,8 @@ private:
 
 }  // namespace
 
-Rules FindSurrogates(Dataset const& data, Rows const& rows, tree_800::SplitRuleImp const& primary) {
+Rules FindSurrogates(Dataset const& data, Rows const& rows, tree_800::SplitRuleImp const& primary,
+                     std::size_t maxSurrogates) {
     Imitator const imitator(data, rows, primary);
     Rules surrogates;
     for (int predictor = 0; predictor < data.NumPredictors(); ++predictor) {
@@ -116,7 +117,7 @@ Rules FindSurrogates(Dataset const& data, Rows const& rows, tree_800::SplitRuleI
             surrogates.push_back(std::move(surrogate));
         }
     }
-    KeepBest(surrogates, AgreementStatistic, MaxSurrogates);
+    KeepBest(surrogates, AgreementStatistic, maxSurrogates);
     return surrogates;
 }
 

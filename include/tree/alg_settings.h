@@ -52,17 +52,20 @@ public:
     virtual StopRule* GetStopRule();
     virtual StopRule const* GetStopRule() const;
     /// Takes over as much of the other settings as both kinds share; the other may be this object.
-    /// The level of this object's target survives, as Init describes. Where memory runs out in the
+    /// The target's level is settled as Init describes. Where memory runs out in the
     /// middle, what each class of this object's kind holds is either all old or all new.
     virtual void CopyFrom(AlgSettings const& other);
 
     /// Replaces all five, cloning the parts; null stands for a default one. The two numbers are
     /// stored unchecked, and the competitors then cut to the number of predictors. When exactly one
-    /// of the old and the new target has level 2 (Continuous), the new target gets the old level: a
-    /// settings object keeps the target level it was made for. On a throw nothing changes.
+    /// of the old and the new target has level
+    /// global_800::Continuous, the new target gets the old level,
+    /// so that settings made for a continuous target stay so, and others do not become so. On a
+    /// throw nothing changes.
     void Init(int maxNumCompetitors, int maxNominalPredCategories, CoreSettings const* core,
               ValidationSpec const* validation, StopRule const* stopRule);
-    /// Deletes the three parts; the getters answer null until the next Init.
+    /// Deletes the three parts; the getters answer null until the next Init, and a clone gets
+    /// default parts.
     void Clear();
     /// Stores a number above 0, ignores any other, then cuts what is held to the number of
     /// predictors.

@@ -63,12 +63,12 @@ public:
     /// Allocates n elements and makes them the data; false, with nothing changed, when that fails.
     /// The block held so far is NOT released: call Init on an empty array, or keep GetData() and
     /// release it with delete[]. The elements are zeros when the array is zero-filling and
-    /// keepContents is false, otherwise indeterminate: keepContents says that the caller will fill
-    /// them. The size becomes n when n is below the old capacity and stays otherwise.
-    bool Init(int n, bool keepContents) {
+    /// callerFills is false, otherwise indeterminate: callerFills says that the caller will write
+    /// every one of them. The size becomes n when n is below the old capacity and stays otherwise.
+    bool Init(int n, bool callerFills) {
         try {
             std::unique_ptr<T[]> block = Allocate(Count(n));
-            if (zeroFill_ && !keepContents) {
+            if (zeroFill_ && !callerFills) {
                 std::fill_n(block.get(), Count(n), T());
             }
             static_cast<void>(data_.release());

@@ -48,6 +48,8 @@ public:
     void ValidateNumSurrogates();
 
 private:
+    void InitFrom(CartSettings const& other);
+
     std::unique_ptr<PruningSpec> pruningSpec_;
     int maxNumSurrogates_ = 0;
 };

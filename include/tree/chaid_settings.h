@@ -49,7 +49,7 @@ public:
     bool GetAllowSplitMerge() const;
     bool GetUseBonferroniAdj() const;
 
-    /// The setters store any value, with two exceptions.
+    // Each setter stores any value, unless it says otherwise.
     void SetAlphaOfSplitNode(double alpha);
     /// Also sets the alpha of merge-split to half of it, every time.
     void SetAlphaOfMerge(double alpha);
@@ -143,9 +143,9 @@ public:
               Priors const& priors, Scores const& scores);
 
 private:
-    double convergenceEpsilon_ = 0.0;
+    double convergenceEpsilon_ = 0.001;
     ChiSquareMethod chiSquareMethod_ = PearsonChiSquare;
-    int maxNumIterations_ = 0;
+    int maxNumIterations_ = 100;
     std::unique_ptr<Cost> cost_;
     std::unique_ptr<Priors> priors_;
     std::unique_ptr<Scores> scores_;

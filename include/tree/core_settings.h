@@ -3,15 +3,15 @@
 
 #include <tree/array_rw.h>
 #include <tree/export.h>
+#include <tree/variable_settings.h>
 
 #include <memory>
 
 namespace tree_800 {
 
-class VariableSettings;
-
 /// Describes the variables of an analysis: the target, the predictors in the order of an
-/// observation, and whether the data carry weights. Created by the caller and cloned by the
+/// observation, and whether the data carry frequency weights (how many cases a row stands for) and
+/// case weights (how much a case counts). Created by the caller and cloned by the
 /// algorithm settings made from it, so fill it first. Distinct objects may be used by distinct
 /// threads.
 ///
@@ -67,7 +67,7 @@ public:
 private:
     using Predictors = MCTree_800::ArrayRW<VariableSettings*>;
 
-    // The array owns its elements.
+    // Deletes the elements too, which the array itself does not own.
     struct DeletePredictors {
         void operator()(Predictors* predictors) const noexcept;
     };

@@ -12,13 +12,13 @@ enum CostType : int {
     UserCosts = 1      ///< set by every successful Set of a cell
 };
 
-/// Misclassification costs of a classification tree: a square matrix with one cost, 0.0 or more,
-/// for every ordered pair of target classes, 0.0 for a class paired with itself. A new or grown
-/// matrix holds default costs. Created by settings and callers; the settings that hold one delete
-/// it. Distinct objects may be used by distinct threads.
+/// Misclassification costs of a classification tree: a square matrix whose cell (i, j) is the
+/// cost, 0.0 or more, of predicting class i for a case of class j; 0.0 on the diagonal. A new or
+/// grown matrix holds default costs. Created by settings and callers; the settings that hold one
+/// delete it. Distinct objects may be used by distinct threads.
 ///
 ///     CostImp cost;
-///     cost.Set(1, 0, 3.0);  // now 2 x 2
+///     cost.Set(1, 0, 3.0);  // of predicting 1 where 0 is true; now 2 x 2
 class TREE800_EXPORT Cost {
 public:
     virtual ~Cost();
@@ -36,7 +36,7 @@ public:
     virtual bool IsDefault() const = 0;
     virtual CostType GetType() const = 0;
     /// Accepts DefaultCosts alone, and only while the type is another: refills the matrix with
-    /// default costs. False, with nothing changed, otherwise, so also when the costs are default
+    /// default costs. False, with nothing changed, otherwise, so also when that is the type
     /// already.
     virtual bool Set(CostType type) = 0;
     /// Sets cell (i, j), growing the matrix to include it, and makes the type UserCosts. False,

@@ -28,8 +28,8 @@ public:
         PercentageSize = 2   ///< Node::GetPercentageNodeSize
     };
 
-    /// Merges the nodes, of which there must be one at least and none null. Whether the aggregate
-    /// is valid is decided here, once, by the first node alone.
+    /// Merges the nodes, none of which may be null. Whether the aggregate is valid is decided here,
+    /// once, by the first node alone; without nodes it is not valid.
     explicit CumulativeNode(std::vector<Node const*> const& nodes);
     CumulativeNode(CumulativeNode const&) = delete;
     CumulativeNode& operator=(CumulativeNode const&) = delete;
@@ -42,18 +42,19 @@ public:
 
     /// The class counts and unweighted count of all nodes, summed; a node without ClsInfoImp for
     /// the sample is left out, and the first with classes fixes their number. Prediction,
-    /// probabilities and percent size are not pooled. Null when the aggregate is not valid.
-    /// Borrowed; the next call overwrites it.
+    /// probabilities and percent size are not pooled: they stay 0, 0.0 and the system-missing
+    /// value. Null when the aggregate is not valid. Borrowed; the next call overwrites it.
     virtual ClsInfo* GetClsInfo(DataSample sample);
 
     /// The pooled mean (weighted by node size; the system-missing value over no cases), counts and
     /// bins of all nodes; a node without RegInfoImp for the sample or of size 0.0 is left out, and
-    /// the first with bins fixes their number. Minimum and maximum are not pooled; the standard
-    /// deviation is the system-missing value, always. Null when the aggregate is not valid.
-    /// Borrowed; the next call overwrites it.
+    /// the first with bins fixes their number. Minimum and maximum are not pooled, so that
+    /// the bins have no end points; the standard deviation is the system-missing value, always.
+    /// Null when the aggregate is not valid. Borrowed; the next call overwrites it.
     virtual RegInfo* GetRegInfo(DataSample sample);
 
     /// Whether the first node has classification or regression information for the training sample.
+    /// Looks anew; the validity decided at construction stays.
     bool Validate();
     /// The sum of one kind of size; a type of no kind adds 0.0. The system-missing value when the
     /// aggregate is not valid.

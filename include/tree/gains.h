@@ -24,7 +24,7 @@ public:
     virtual Node const* GetNode(int row, int position) const = 0;
     virtual bool HasColumn(int column) const = 0;
     virtual double GetValue(int row, int column) const = 0;
-    /// A deep copy; the caller deletes it.
+    /// A copy, which the caller deletes; the nodes stay those of the tree.
     [[nodiscard]] virtual GainsIntf* Clone() const = 0;
 };
 
@@ -32,9 +32,9 @@ public:
 /// or holds nothing and then answers 0, false, null and the system-missing value. Distinct handles
 /// may be used by distinct threads.
 ///
+///     std::unique_ptr<GainsIntf> const table(algorithm.ComputeGains(settings));
 ///     Gains gains;
-///     gains = table;  // any GainsIntf
-///     double const value = gains.GetValue(0, 2);
+///     if (table != nullptr) gains = *table;
 class TREE800_EXPORT Gains {
 public:
     /// Holds nothing.

@@ -10,9 +10,10 @@ class ClsInfo;
 class RegInfo;
 class SplitRule;
 
-/// A node of a finished tree, as a host reads it. Obtained from a TreeAlgorithm or from another
-/// node; the tree owns its nodes. Reading does not change a node; a tree may be used by one thread
-/// at a time, distinct trees by distinct threads.
+/// A node of a finished tree, as a host reads it; observations are routed by NodeImp, the class of
+/// every grower's nodes (see NodeImp::DropObservationThroughTree). Obtained from a TreeAlgorithm or
+/// from another node; the tree owns its nodes. Reading does not change a node; a tree may be used
+/// by one thread at a time, distinct trees by distinct threads.
 ///
 ///     for (int i = 0; i < node->GetNumChildren(); ++i) {
 ///         Print(node->GetChild(static_cast<unsigned>(i)));
@@ -37,8 +38,10 @@ public:
     [[nodiscard]] virtual SplitRule* GetCompetitor(unsigned int pos) const = 0;
     /// Surrogates stand in, in order, when the primary split cannot place an observation.
     virtual unsigned int GetNumSurrogates() const = 0;
+    /// As GetCompetitor, for the surrogates; the caller deletes the handle.
     [[nodiscard]] virtual SplitRule* GetSurrogate(unsigned int pos) const = 0;
 
+    /// The number that the grower gave the node.
     virtual unsigned int GetId() const = 0;
 
     /// The prediction for the training sample: the class as a number, or the predicted value; the

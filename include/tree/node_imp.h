@@ -16,9 +16,10 @@ class SplitRuleImp;
 /// The node that growers build trees of. A node owns its children and so its whole subtree, its
 /// rules and its information: deleting the root deletes the tree. The parent link is not owned.
 ///
-/// Built in this order: rules, children, information. A pointer given to a setter belongs to the
-/// node from then on. The setters that size a list (SetNumChildren, SetNumCompetitors,
-/// SetNumSurrogates) forget what the list held WITHOUT deleting it: empty it first.
+/// A pointer given to a setter belongs to the node from then on. The setters that size a list
+/// (SetNumChildren, SetNumCompetitors, SetNumSurrogates) forget what the list held WITHOUT deleting
+/// it: call RemoveChildren first, which deletes the surrogates too, and set each competitor to
+/// null.
 ///
 /// No operation recurses over the depth of the tree. A tree may be used by one thread at a time,
 /// distinct trees by distinct threads.
@@ -70,11 +71,14 @@ public:
     virtual bool RemoveChildren(bool ignored);
 
     /// One step of routing: the child position for the observation, or -1. obs[i] is the value of
-    /// predictor i, missing ones the system-missing value, and covers the predictor index of every
-    /// rule at the node. The primary split is asked first, then the surrogates in order; when none
-    /// places the observation the answer is the primary split's dumb child, which may be -1. The
-    /// position is the rule's own answer and may lie beyond the children. A leaf, and a node
-    /// without a primary split, answers -1. Allocates nothing.
+    /// predictor i, and covers the predictor index of every rule at the node. A missing one is
+    /// given as the rules know it: OSplitRule::GetMissingValue, which is the system-missing value
+    /// unless the variable has a code of its own. Any other marker is read as a number. The primary
+    /// split is asked first, then the surrogates in order; when none places the observation the
+    /// answer is the primary split's dumb child, which may be -1. The position is the rule's own
+    /// answer and may lie beyond the children. A leaf, and a node without a primary split, answers
+    /// -1; empty child slots make a node no leaf, so that a grower can size the children first and
+    /// route its cases before it makes them. Allocates nothing.
     virtual int Classify(double const* obs) const;
 
     virtual bool IsClassificationNode() const;
@@ -130,7 +134,8 @@ public:
     int FindCompetitorPos(int predictorIndex) const;
 
     /// Replaces the sample's information, taking ownership of info, which may be null, and deletes
-    /// the information of the other kind for both samples. The classification flag follows.
+    /// the information of the other kind for both samples. The classification flag follows, also
+    /// when info is null.
     void SetClsInfo(ClsInfo* info, DataSample sample);
     void SetRegInfo(RegInfo* info, DataSample sample);
     /// The information as the class that growers fill; null when there is none or it is of a
@@ -155,6 +160,7 @@ private:
     using Rules = std::vector<std::unique_ptr<SplitRuleImp>>;
 
     static void DeleteSubtree(std::unique_ptr<NodeImp> root) noexcept;
+    void ReleaseInformationAndRules() noexcept;
     void CopyAllButChildren(NodeImp const& other);
     bool EqualsApartFromRelatives(NodeImp const& other) const;
     PredictorImp const* FindPredictor(int index) const;

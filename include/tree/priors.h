@@ -11,7 +11,7 @@ namespace tree_800 {
 class Cost;
 
 /// Where the priors of a classification tree come from. The library treats the first two alike: it
-/// holds no values for them, and the algorithm supplies them.
+/// holds no values for them, and the algorithm, which supplies them, gives them their meaning.
 enum PriorType : int {
     PriorsFromData = 0,  ///< shares of the classes in the training sample; the type of a new object
     EqualPriors = 1,     ///< the same for every class
@@ -60,8 +60,8 @@ public:
     enum PriorVector : int {
         GivenPriors = 0,    ///< as given; always present
         AlteredPriors = 1,  ///< made once by ComputeAltered
-        SecondPriors = 2,   ///< altered in place by every ComputeAltered
-        ThirdPriors = 3     ///< only ever set value by value
+        SecondPriors = 2,   ///< free for an algorithm; ComputeAltered alters it in place
+        ThirdPriors = 3     ///< free for an algorithm; only ever set value by value
     };
 
     /// No priors, PriorsFromData, not to be altered.
@@ -89,13 +89,15 @@ public:
     TArray<double> const* GetVector(PriorVector vector, bool fallback) const;
     /// Element i of the vector or its fallback; 0.0 when i is out of range.
     double Get(int i, PriorVector vector) const;
-    /// The first element of the vector or its fallback, null when it has none; borrowed.
+    /// The first element of the vector or its fallback; null while it has no storage. Borrowed.
     double const* GetValues(PriorVector vector) const;
     /// Takes ownership of values. SecondPriors: replaces the vector held. AlteredPriors and
     /// ThirdPriors: stored only while none is held, otherwise deleted. Anything else: deleted.
     void SetVector(PriorVector vector, TArray<double>* values);
     /// Sets element i of one vector, making the vector when it is absent; the type stays. False,
-    /// with nothing changed, as for Set above.
+    /// with nothing changed, as for Set above. An empty vector first gets room for as many elements
+    /// as there are given priors (2 where there are none), and comes to that size at once when it
+    /// had more room before it was emptied.
     bool Set(int i, double prior, PriorVector vector);
     /// Weights each element j of the source by the sum of column j of the costs, scales the result
     /// to sum 1 and stores it as SetVector does (altered priors: Breiman, Friedman, Olshen and
@@ -104,8 +106,8 @@ public:
     /// -1.0.
     bool AlterPriorVector(PriorVector target, PriorVector source, Cost const& costs);
     /// When the priors are to be altered: makes AlteredPriors of GivenPriors, unless they have been
-    /// made before, and alters SecondPriors, if present, in place. The answer is that of the first
-    /// alteration; true when nothing is to be done.
+    /// made before, and when that succeeds alters SecondPriors, if present, in place. The answer is
+    /// that of the first alteration; true when nothing is to be done.
     bool ComputeAltered(Cost const& costs);
     /// Makes the given priors n; new ones are 0.0. False when they are n already.
     bool Resize(int n);
@@ -113,6 +115,8 @@ public:
     void Init(PriorsImp const& other);
 
 private:
+    TArray<double>* OptionalVector(PriorVector vector) const;
+
     TArray<double> given_;
     std::unique_ptr<TArray<double>> altered_;
     std::unique_ptr<TArray<double>> second_;

@@ -87,6 +87,8 @@ public:
     bool ValidateNumSurrogates(int n) const;
 
 private:
+    void InitFrom(QuestSettingsImp const& other);
+
     double alphaOfVariableSelection_ = 0.0;
     int maxNumSurrogates_ = 0;
     int maxNumNomCatsSurr_ = 0;

@@ -13,8 +13,8 @@ class TREE800_EXPORT RegInfo {
 public:
     virtual ~RegInfo() = 0;
 
-    /// Mean, smallest and largest target value. While the node has no cases the minimum is positive
-    /// and the maximum negative infinity.
+    /// Mean, smallest and largest target value. Until the grower sets them the minimum is
+    /// positive and the maximum negative infinity.
     virtual double GetMean() const = 0;
     virtual double GetMinimum() const = 0;
     virtual double GetMaximum() const = 0;

@@ -34,7 +34,8 @@ public:
     /// Accepts DefaultScores alone, and gives every class its default score.
     virtual bool Set(ScoreType type) = 0;
     /// Sets the score of class i, any value, filling up with 0.0 as far as needed, and makes the
-    /// type UserScores. False, with nothing changed, for a negative index.
+    /// type UserScores. False, with nothing changed, for a negative index. Throws std::bad_alloc,
+    /// with nothing changed, for more scores than an int can count.
     virtual bool Set(int i, double score) = 0;
 };
 

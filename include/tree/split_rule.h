@@ -21,6 +21,7 @@ class VariableSettings;
 ///
 ///     std::unique_ptr<SplitRule> primary(node->GetCompetitor(0));
 ///     int const predictor = primary->GetPredictorIndex();
+///     SplitRuleImp const* const rule = *primary;  // for Classify and the rest
 class TREE800_EXPORT SplitRule {
 public:
     /// An empty rule for the variable: an NSplitRule for a nominal one, otherwise an OSplitRule
@@ -36,6 +37,7 @@ public:
     operator SplitRuleImp const*() const noexcept { return rule_.get(); }
 
     /// The held rule's answers; see SplitRuleImp. What GetMappedValues answers the caller deletes.
+    /// An empty handle answers 0, not -1, to GetMissingValueMapping.
     int GetNumChildren() const;
     [[nodiscard]] ValueSet* GetMappedValues(int child) const;
     int GetMissingValueMapping() const;

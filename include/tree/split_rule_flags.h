@@ -7,7 +7,7 @@ namespace tree_800 {
 /// first two, of which it sets one at a time.
 enum SplitRulePropertyFlag : int {
     SplitRuleCreatedDefault = 1,    ///< set on every new rule
-    SplitRuleCreatedAlternate = 2,  ///< the other kind of creation
+    SplitRuleCreatedAlternate = 2,  ///< for a grower that creates rules in two ways
     SplitRuleMappingsReordered = 4  ///< set by ReorderMappings, never cleared
 };
 

@@ -75,7 +75,7 @@ public:
     /// Sets the bits of the flag. A flag with a creation bit (1 or 2) clears both of them first; no
     /// other bit is ever cleared.
     void SetProperty(SplitRulePropertyFlag flag) noexcept;
-    /// All property bits.
+    /// All property bits, despite the name.
     int GetCreationFlags() const noexcept { return propertyFlags_; }
 
     /// Whether every bit of the flag is set; true for 0.
@@ -92,7 +92,8 @@ public:
     static int GetFlagPosition(StatisticFlag flag) noexcept;
 
     /// Sends missing values to a new child after the existing ones (newChild), or to the last
-    /// existing child: -1 when there is none.
+    /// existing child: -1 when there is none. The missing-value child counts as a child from then
+    /// on: call this once, after the last mapping.
     void AddMissingValueMapping(bool newChild);
     /// The child that receives missing values; -1 for none.
     int GetMissingValueMapping() const noexcept { return missingValueMapping_; }

@@ -75,7 +75,8 @@ public:
     void InitMatrix(int n);
     /// Adds the class counts of every leaf below the node to the row of the class that it predicts.
     /// A leaf without information for the sample, or that predicts a class outside the matrix, adds
-    /// nothing; one that knows fewer classes adds those. Does not recurse.
+    /// nothing; one that knows fewer classes adds those, and classes from GetNumClasses() on are
+    /// not counted. The node is borrowed; null adds nothing. Does not recurse.
     void AddMisclassificationInfo(Node const* node, DataSample sample);
 
 private:
@@ -87,11 +88,25 @@ private:
 };
 
 /// Writes the text report, every number as the stream formats it. Each matrix row is preceded, not
-/// followed, by its end of line, so the last row runs into the risk line.
+/// followed, by its end of line, so the last row runs into the risk line:
+///
+///     Classification tree.
+///     Number of target classes = 2
+///
+///     40  3
+///     5  52  Risk estimate 0.08
+///     Standard error of risk estimate 0.03
 TREE800_EXPORT std::ostream& operator<<(std::ostream& stream, TreeStatisticsImp const& statistics);
 
 /// A handle that owns a copy of tree statistics, or holds nothing. Copies are made by assignment;
-/// an empty handle answers false, 0 and the system-missing value.
+/// an
+/// empty handle answers false, 0 and the system-missing value. The text report is written from a
+/// TreeStatisticsImp. Distinct handles may be used by distinct threads.
+///
+///     TreeStatistics statistics;
+///     if (algorithm.GetStatistics(statistics)) {
+///         std::cout << statistics.GetRisk();
+///     }
 class TREE800_EXPORT TreeStatistics {
 public:
     /// Holds nothing.

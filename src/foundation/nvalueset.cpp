@@ -1,6 +1,6 @@
-#include "foundation/truncate.h"
-
 #include <tree/value_set.h>
+
+#include "foundation/truncate.h"
 
 #include <algorithm>
 #include <cstddef>
@@ -40,8 +40,6 @@ private:
 };
 
 }  // namespace
-
-ValueSet::~ValueSet() = default;
 
 NValueSetIter::~NValueSetIter() = default;
 

@@ -1,6 +1,7 @@
-#include "foundation/truncate.h"
-
 #include <tree/value_set.h>
+
+#include "foundation/tolerance.h"
+#include "foundation/truncate.h"
 
 #include <cmath>
 #include <cstdint>
@@ -8,8 +9,6 @@
 namespace tree_800 {
 
 namespace {
-
-constexpr double Eps = 1e-12;
 
 enum EndFlag : std::uint32_t { OpenEnd = 1, BoundedEnd = 2 };
 
@@ -45,9 +44,9 @@ public:
 };
 
 bool OValueSetImp::Contains(double value) const {
-    bool const isLeftEnd = std::fabs(value - left) < Eps;
+    bool const isLeftEnd = std::fabs(value - left) < Tolerance;
     if (IsBoundedLeft()) {
-        if (TruncateToInt32(value - (left + Eps)) < 0) {
+        if (TruncateToInt32(value - (left + Tolerance)) < 0) {
             return false;
         }
         if (isLeftEnd && IsOpenLeft()) {
@@ -55,7 +54,7 @@ bool OValueSetImp::Contains(double value) const {
         }
     }
     if (IsBoundedRight()) {
-        if (TruncateToInt32(right - (value + Eps)) < 0) {
+        if (TruncateToInt32(right - (value + Tolerance)) < 0) {
             return false;
         }
         if (isLeftEnd) {
@@ -115,10 +114,10 @@ bool OValueSet::IsBoundedRight() const { return imp_->IsBoundedRight(); }
 bool OValueSet::IsEmpty() const {
     double const left = imp_->left;
     double const right = imp_->right;
-    if (TruncateToInt32((right - Eps) - left) > 0) {
+    if (TruncateToInt32((right - Tolerance) - left) > 0) {
         return false;
     }
-    bool const isPoint = std::fabs(right - left) < Eps;
+    bool const isPoint = std::fabs(right - left) < Tolerance;
     if (!isPoint) {
         return true;
     }

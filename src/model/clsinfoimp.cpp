@@ -1,4 +1,5 @@
 #include <tree/cls_info.h>
+
 #include <tree/host.h>
 
 #include <algorithm>

@@ -1,4 +1,5 @@
 #include <tree/cumulative_node.h>
+
 #include <tree/host.h>
 #include <tree/node.h>
 #include <tree/precondition.h>
@@ -30,7 +31,6 @@ CumulativeNode::CumulativeNode(std::vector<Node const*> const& nodes)
 CumulativeNode::~CumulativeNode() = default;
 
 bool CumulativeNode::Validate() {
-    TREE800_REQUIRE(!nodes_.empty(), "an aggregate of no nodes");
     TREE800_REQUIRE(std::find(nodes_.begin(), nodes_.end(), nullptr) == nodes_.end(),
                     "an aggregate of a null node");
     if (nodes_.empty()) {

@@ -1,5 +1,6 @@
-#include <tree/cls_info.h>
 #include <tree/node_imp.h>
+
+#include <tree/cls_info.h>
 #include <tree/reg_info.h>
 #include <tree/split_rule_imp.h>
 

@@ -1,6 +1,7 @@
+#include <tree/node_imp.h>
+
 #include <tree/cls_info.h>
 #include <tree/host.h>
-#include <tree/node_imp.h>
 #include <tree/precondition.h>
 #include <tree/reg_info.h>
 #include <tree/split_rule_imp.h>

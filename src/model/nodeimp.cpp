@@ -1,5 +1,6 @@
-#include <tree/cls_info.h>
 #include <tree/node_imp.h>
+
+#include <tree/cls_info.h>
 #include <tree/precondition.h>
 #include <tree/reg_info.h>
 #include <tree/split_rule.h>
@@ -35,6 +36,15 @@ T* SlotContent(std::vector<std::unique_ptr<T>> const& slots, unsigned int pos) {
     return slots[pos].get();
 }
 
+template <typename T, typename Out>
+bool ReadSlot(std::vector<std::unique_ptr<T>> const& slots, int pos, Out* out) {
+    if (pos < 0 || static_cast<std::size_t>(pos) >= slots.size()) {
+        return false;
+    }
+    *out = slots[static_cast<std::size_t>(pos)].get();
+    return true;
+}
+
 SplitRule* NewHandle(std::vector<std::unique_ptr<SplitRuleImp>> const& rules, unsigned int pos) {
     return pos < rules.size() && rules[pos] != nullptr ? new SplitRule(*rules[pos]) : nullptr;
 }
@@ -57,11 +67,17 @@ Node::~Node() = default;
 
 NodeImp::NodeImp() = default;
 
-// Children go first, and without recursion; the rest follows by itself.
-NodeImp::~NodeImp() { NodeImp::RemoveChildren(false); }
+NodeImp::~NodeImp() {
+    NodeImp::RemoveChildren(false);
+    ReleaseInformationAndRules();
+}
 
 void NodeImp::Clean() {
     RemoveChildren(false);
+    ReleaseInformationAndRules();
+}
+
+void NodeImp::ReleaseInformationAndRules() noexcept {
     for (std::unique_ptr<ClsInfo>& info : clsInfo_) {
         info.reset();
     }
@@ -87,21 +103,9 @@ Node* NodeImp::GetChild(unsigned int pos) const {
 
 NodeImp* NodeImp::GetChildImp(unsigned int pos) const { return SlotContent(children_, pos); }
 
-bool NodeImp::Child(int pos, NodeImp const** out) const {
-    if (pos < 0 || static_cast<std::size_t>(pos) >= children_.size()) {
-        return false;
-    }
-    *out = children_[static_cast<std::size_t>(pos)].get();
-    return true;
-}
+bool NodeImp::Child(int pos, NodeImp const** out) const { return ReadSlot(children_, pos, out); }
 
-bool NodeImp::Child(int pos, NodeImp** out) {
-    if (pos < 0 || static_cast<std::size_t>(pos) >= children_.size()) {
-        return false;
-    }
-    *out = children_[static_cast<std::size_t>(pos)].get();
-    return true;
-}
+bool NodeImp::Child(int pos, NodeImp** out) { return ReadSlot(children_, pos, out); }
 
 void NodeImp::SetNumChildren(int n) {
     ResetSlots(children_, static_cast<std::size_t>(std::max(n, 0)));

@@ -1,4 +1,5 @@
 #include <tree/node_imp.h>
+
 #include <tree/precondition.h>
 #include <tree/split_rule_imp.h>
 

@@ -1,4 +1,5 @@
 #include <tree/nominal_split_rule.h>
+
 #include <tree/value_set.h>
 
 #include <algorithm>

@@ -1,5 +1,8 @@
-#include <tree/host.h>
 #include <tree/ordered_split_rule.h>
+
+#include "foundation/tolerance.h"
+
+#include <tree/host.h>
 #include <tree/precondition.h>
 #include <tree/value_set.h>
 #include <tree/variable_settings.h>
@@ -12,11 +15,9 @@ namespace tree_800 {
 
 namespace {
 
-constexpr double CutTolerance = 1e-12;
-
 // A NaN difference does not tell two cut points apart.
 bool SameCut(OSplitRule::OSplitRuleItem const& a, OSplitRule::OSplitRuleItem const& b) {
-    return a.child == b.child && !(std::fabs(a.cutValue - b.cutValue) > CutTolerance);
+    return a.child == b.child && !(std::fabs(a.cutValue - b.cutValue) > Tolerance);
 }
 
 }  // namespace

@@ -1,5 +1,6 @@
-#include <tree/precondition.h>
 #include <tree/predictor.h>
+
+#include <tree/precondition.h>
 
 #include <algorithm>
 #include <cstddef>

@@ -1,6 +1,7 @@
+#include <tree/reg_info.h>
+
 #include <tree/host.h>
 #include <tree/precondition.h>
-#include <tree/reg_info.h>
 
 #include <algorithm>
 #include <cstddef>

@@ -1,7 +1,8 @@
+#include <tree/split_rule.h>
+
 #include <tree/nominal_split_rule.h>
 #include <tree/ordered_split_rule.h>
 #include <tree/precondition.h>
-#include <tree/split_rule.h>
 #include <tree/variable_settings.h>
 
 namespace tree_800 {

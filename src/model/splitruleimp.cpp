@@ -1,6 +1,7 @@
+#include <tree/split_rule_imp.h>
+
 #include <tree/host.h>
 #include <tree/precondition.h>
-#include <tree/split_rule_imp.h>
 
 #include <algorithm>
 #include <cstddef>

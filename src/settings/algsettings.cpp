@@ -1,6 +1,7 @@
+#include <tree/alg_settings.h>
+
 #include "settings/owned_part.h"
 
-#include <tree/alg_settings.h>
 #include <tree/variable_settings.h>
 
 #include <algorithm>
@@ -27,12 +28,9 @@ AlgSettings::AlgSettings(CoreSettings const& core) {
     Init(DefaultNumCompetitors, DefaultNominalPredCategories, &core, nullptr, nullptr);
 }
 
-AlgSettings::AlgSettings(AlgSettings const& other) {
-    Init(other.maxNumCompetitors_, other.maxNominalPredCategories_, other.coreSettings_.get(),
-         other.validationSpec_.get(), other.stopRule_.get());
-}
+AlgSettings::AlgSettings(AlgSettings const& other) { AlgSettings::CopyFrom(other); }
 
-AlgSettings::~AlgSettings() = default;
+AlgSettings::~AlgSettings() { Clear(); }
 
 int AlgSettings::GetMaxNumCompetitors() const { return maxNumCompetitors_; }
 

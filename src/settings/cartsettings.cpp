@@ -1,6 +1,7 @@
-#include "settings/owned_part.h"
-
 #include <tree/cart_settings.h>
+
+#include "settings/kind.h"
+#include "settings/owned_part.h"
 
 #include <algorithm>
 #include <utility>
@@ -15,13 +16,11 @@ constexpr int DefaultMaxTreeDepth = 5;
 }  // namespace
 
 CartSettings::CartSettings(CoreSettings const& core) : AlgSettings(core) {
-    CartSettings::Init(nullptr, DefaultNumSurrogates);
+    Init(nullptr, DefaultNumSurrogates);
     AlgSettings::GetStopRule()->SetMaxTreeDepth(DefaultMaxTreeDepth);
 }
 
-CartSettings::CartSettings(CartSettings const& other) : AlgSettings(other) {
-    Init(other.pruningSpec_.get(), other.maxNumSurrogates_);
-}
+CartSettings::CartSettings(CartSettings const& other) : AlgSettings(other) { InitFrom(other); }
 
 CartSettings::~CartSettings() = default;
 
@@ -29,7 +28,7 @@ void CartSettings::CopyFrom(AlgSettings const& other) {
     AlgSettings::CopyFrom(other);
     auto const* const cart = AsKind<CartSettings>(other, RegressionCart, ClassificationCart);
     if (cart != nullptr) {
-        Init(cart->pruningSpec_.get(), cart->maxNumSurrogates_);
+        InitFrom(*cart);
     }
 }
 
@@ -48,6 +47,10 @@ void CartSettings::Init(PruningSpec const* pruning, int maxNumSurrogates) {
     pruningSpec_ = CloneOrDefault<PruningSpecImp>(pruning);
     maxNumSurrogates_ = maxNumSurrogates;
     ValidateNumSurrogates();
+}
+
+void CartSettings::InitFrom(CartSettings const& other) {
+    Init(other.pruningSpec_.get(), other.maxNumSurrogates_);
 }
 
 void CartSettings::ValidateNumSurrogates() {

@@ -1,6 +1,6 @@
-#include "settings/owned_part.h"
-
 #include <tree/cart_settings.h>
+
+#include "settings/kind.h"
 
 #include <utility>
 
@@ -15,7 +15,9 @@ CCartSettingsImp::CCartSettingsImp(CCartSettingsImp const& other) : CCartSetting
     Init(*other.GetPriors(), *other.GetCost(), other.GetSplitCriteria());
 }
 
-CCartSettingsImp::~CCartSettingsImp() = default;
+CCartSettingsImp::~CCartSettingsImp() {
+    priors_.reset();  // before the cost: a caller's own kinds of parts can tell
+}
 
 int CCartSettingsImp::GetType() const { return ClassificationCart; }
 

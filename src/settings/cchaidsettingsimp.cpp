@@ -1,6 +1,6 @@
-#include "settings/owned_part.h"
-
 #include <tree/chaid_settings.h>
+
+#include "settings/kind.h"
 
 #include <utility>
 
@@ -29,7 +29,6 @@ CChaidSettingsImp::CChaidSettingsImp(CoreSettings const& core)
       priors_(std::make_unique<PriorsImp>()),
       scores_(std::make_unique<ScoresImp>()) {
     priors_->Set(EqualPriors);
-    Init(0.001, PearsonChiSquare, 100, *cost_, *priors_, *scores_);
 }
 
 CChaidSettingsImp::CChaidSettingsImp(CChaidSettingsImp const& other) : CChaidSettings(other) {
@@ -37,7 +36,10 @@ CChaidSettingsImp::CChaidSettingsImp(CChaidSettingsImp const& other) : CChaidSet
          *other.priors_, *other.scores_);
 }
 
-CChaidSettingsImp::~CChaidSettingsImp() = default;
+CChaidSettingsImp::~CChaidSettingsImp() {
+    cost_.reset();  // then priors and scores: a caller's own kinds of parts can tell
+    priors_.reset();
+}
 
 int CChaidSettingsImp::GetType() const { return ClassificationChaid; }
 

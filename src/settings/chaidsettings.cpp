@@ -1,6 +1,6 @@
-#include "settings/owned_part.h"
-
 #include <tree/chaid_settings.h>
+
+#include "settings/kind.h"
 
 namespace tree_800 {
 

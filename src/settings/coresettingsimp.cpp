@@ -1,28 +1,12 @@
 #include <tree/core_settings.h>
+
 #include <tree/variable_settings.h>
 
 #include <utility>
 
-#ifdef __has_feature
-#define TREE800_HAS_FEATURE(feature) __has_feature(feature)
-#else
-#define TREE800_HAS_FEATURE(feature) 0
-#endif
-#if defined(__SANITIZE_ADDRESS__) || TREE800_HAS_FEATURE(address_sanitizer)
-#include <sanitizer/lsan_interface.h>
-#endif
-
 namespace tree_800 {
 
 namespace {
-
-// What an assignment replaces lives for ever, deliberately: callers may hold pointers to it. This
-// is the one leak in the library, and the one place where the leak checker is told so.
-void KeepForEver([[maybe_unused]] void const* object) noexcept {
-#if defined(__SANITIZE_ADDRESS__) || TREE800_HAS_FEATURE(address_sanitizer)
-    __lsan_ignore_object(object);
-#endif
-}
 
 void Append(MCTree_800::ArrayRW<VariableSettings*>& predictors,
             std::unique_ptr<VariableSettings> predictor) {
@@ -63,12 +47,16 @@ CoreSettingsImp& CoreSettingsImp::operator=(CoreSettings const& other) {
     if (this == &other) {
         return *this;
     }
+    bool const hasFreqWeight = other.HasFreqWeight();
+    bool const hasCaseWeight = other.HasCaseWeight();
     std::unique_ptr<VariableSettings> target(other.GetTarget()->Clone());
     OwnedPredictors predictors = ClonePredictors(other);
-    hasFreqWeight_ = other.HasFreqWeight();
-    hasCaseWeight_ = other.HasCaseWeight();
-    KeepForEver(target_.release());
-    KeepForEver(predictors_.release());
+    hasFreqWeight_ = hasFreqWeight;
+    hasCaseWeight_ = hasCaseWeight;
+    // Callers may hold pointers to what is replaced: it lives for ever, the one leak in the
+    // library.
+    static_cast<void>(target_.release());
+    static_cast<void>(predictors_.release());
     target_ = std::move(target);
     predictors_ = std::move(predictors);
     return *this;
@@ -78,7 +66,9 @@ CoreSettingsImp& CoreSettingsImp::operator=(CoreSettingsImp const& other) {
     return *this = static_cast<CoreSettings const&>(other);
 }
 
-CoreSettingsImp::~CoreSettingsImp() = default;
+CoreSettingsImp::~CoreSettingsImp() {
+    target_.reset();  // before the predictors: a caller's own kinds of variables can tell
+}
 
 VariableSettings* CoreSettingsImp::AddPredictor() {
     Append(*predictors_, std::make_unique<VariableSettingsImp>());

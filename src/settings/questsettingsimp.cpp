@@ -1,6 +1,7 @@
-#include "settings/owned_part.h"
-
 #include <tree/quest_settings.h>
+
+#include "settings/kind.h"
+#include "settings/owned_part.h"
 
 #include <utility>
 
@@ -29,11 +30,13 @@ QuestSettingsImp::QuestSettingsImp(CoreSettings const& core) : QuestSettings(cor
 }
 
 QuestSettingsImp::QuestSettingsImp(QuestSettingsImp const& other) : QuestSettings(other) {
-    Init(other.alphaOfVariableSelection_, other.maxNumSurrogates_, other.maxNumNomCatsSurr_,
-         other.pruningSpec_.get(), other.priors_.get(), other.cost_.get());
+    InitFrom(other);
 }
 
-QuestSettingsImp::~QuestSettingsImp() = default;
+QuestSettingsImp::~QuestSettingsImp() {
+    priors_.reset();  // then cost and pruning: a caller's own kinds of parts can tell
+    cost_.reset();
+}
 
 int QuestSettingsImp::GetType() const { return ClassificationQuest; }
 
@@ -42,8 +45,7 @@ AlgSettings* QuestSettingsImp::Clone() const { return new QuestSettingsImp(*this
 void QuestSettingsImp::CopyFrom(AlgSettings const& other) {
     AlgSettings::CopyFrom(other);
     if (auto const* const quest = AsKind<QuestSettingsImp>(other, ClassificationQuest)) {
-        Init(quest->alphaOfVariableSelection_, quest->maxNumSurrogates_, quest->maxNumNomCatsSurr_,
-             quest->pruningSpec_.get(), quest->priors_.get(), quest->cost_.get());
+        InitFrom(*quest);
     }
 }
 
@@ -92,6 +94,11 @@ void QuestSettingsImp::Init(double alpha, int maxNumSurrogates, int maxNumNomCat
     pruningSpec_ = std::move(newPruning);
     priors_ = std::move(newPriors);
     cost_ = std::move(newCost);
+}
+
+void QuestSettingsImp::InitFrom(QuestSettingsImp const& other) {
+    Init(other.alphaOfVariableSelection_, other.maxNumSurrogates_, other.maxNumNomCatsSurr_,
+         other.pruningSpec_.get(), other.priors_.get(), other.cost_.get());
 }
 
 bool QuestSettingsImp::ValidateNumSurrogates(int n) const {

@@ -1,12 +1,12 @@
 #include <tree/stop_rule.h>
 
+#include "foundation/tolerance.h"
+
 #include <cmath>
 
 namespace tree_800 {
 
 namespace {
-
-constexpr double Tolerance = 1e-12;
 
 bool IsClose(double a, double b) noexcept { return std::fabs(a - b) <= Tolerance; }
 

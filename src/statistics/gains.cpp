@@ -1,4 +1,5 @@
 #include <tree/gains.h>
+
 #include <tree/host.h>
 
 namespace tree_800 {

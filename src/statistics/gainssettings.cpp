@@ -1,3 +1,5 @@
+#include <tree/gains_settings.h>
+
 #include "statistics/gainssettingsimp.h"
 
 namespace tree_800 {

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <limits>
+#include <new>
 #include <utility>
 
 namespace tree_800 {
@@ -14,6 +16,9 @@ double ElementOr0(std::vector<double> const& values, int i) noexcept {
 }
 
 void SetGrowing(std::vector<double>& values, int i, double value) {
+    if (i == std::numeric_limits<int>::max()) {
+        throw std::bad_alloc();  // i + 1 values could not be counted
+    }
     auto const index = static_cast<std::size_t>(i);
     if (index >= values.size()) {
         values.resize(index + 1);
@@ -28,7 +33,7 @@ GainsSettingsImp& GainsSettingsImp::operator=(GainsSettingsImp const& other) {
     if (this != &other) {
         Values values(other.values_);
         values_ = std::move(values);
-        entryMode_ = 0;
+        entryMode_ = NothingEntered;
     }
     return *this;
 }
@@ -60,21 +65,24 @@ double GainsSettingsImp::GetCategoryProfit(int category) const noexcept {
 }
 
 void GainsSettingsImp::SetCategoryRevenue(int category, double revenue) {
-    if (Enter(RevenueOrExpenseEntered, category)) {
+    if (Accepts(RevenueOrExpenseEntered, category)) {
         DoCategoryRevenue(category, revenue);
+        entryMode_ = RevenueOrExpenseEntered;
     }
 }
 
 void GainsSettingsImp::SetCategoryExpense(int category, double expense) {
-    if (Enter(RevenueOrExpenseEntered, category)) {
+    if (Accepts(RevenueOrExpenseEntered, category)) {
         DoCategoryExpense(category, expense);
+        entryMode_ = RevenueOrExpenseEntered;
     }
 }
 
 void GainsSettingsImp::SetCategoryProfit(int category, double profit) {
-    if (Enter(ProfitEntered, category)) {
+    if (Accepts(ProfitEntered, category)) {
         DoCategoryExpense(category, 0.0);
         DoCategoryRevenue(category, profit);
+        entryMode_ = ProfitEntered;
     }
 }
 
@@ -83,12 +91,8 @@ int GainsSettingsImp::GetNumCategories() const noexcept {
 }
 
 // The first style entered shuts the other out.
-bool GainsSettingsImp::Enter(EntryMode mode, int category) noexcept {
-    if (category < 0 || (entryMode_ != 0 && entryMode_ != mode)) {
-        return false;
-    }
-    entryMode_ = mode;
-    return true;
+bool GainsSettingsImp::Accepts(EntryMode mode, int category) const noexcept {
+    return category >= 0 && (entryMode_ == NothingEntered || entryMode_ == mode);
 }
 
 void GainsSettingsImp::DoCategoryRevenue(int category, double revenue) {

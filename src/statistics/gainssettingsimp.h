@@ -40,7 +40,11 @@ public:
     int GetNumCategories() const noexcept;
 
 private:
-    enum EntryMode : std::uint8_t { ProfitEntered = 1, RevenueOrExpenseEntered = 2 };
+    enum EntryMode : std::uint8_t {
+        NothingEntered = 0,
+        ProfitEntered = 1,
+        RevenueOrExpenseEntered = 2
+    };
 
     // All that a copy takes over.
     struct Values {
@@ -55,11 +59,11 @@ private:
         std::vector<double> revenues;
     };
 
-    bool Enter(EntryMode mode, int category) noexcept;
+    bool Accepts(EntryMode mode, int category) const noexcept;
     void DoCategoryRevenue(int category, double revenue);
     void DoCategoryExpense(int category, double expense);
 
-    std::uint8_t entryMode_ = 0;
+    EntryMode entryMode_ = NothingEntered;
     Values values_;
 };
 

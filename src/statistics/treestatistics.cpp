@@ -1,5 +1,6 @@
-#include <tree/host.h>
 #include <tree/tree_statistics.h>
+
+#include <tree/host.h>
 
 namespace tree_800 {
 

@@ -1,9 +1,10 @@
+#include <tree/tree_statistics.h>
+
 #include <tree/cls_info.h>
 #include <tree/host.h>
 #include <tree/node.h>
 #include <tree/precondition.h>
 #include <tree/tree_algorithm.h>
-#include <tree/tree_statistics.h>
 
 #include <algorithm>
 #include <cstddef>
@@ -48,16 +49,15 @@ void TreeStatisticsImp::Initialize(TreeAlgorithm const& algorithm, double risk, 
     if (!isCls_) {
         return;
     }
-    Node const* root = algorithm.GetRoot();
+    Node const* const root = algorithm.GetRoot();
     ClsInfo const* const info = root != nullptr ? root->GetClsInfo(TrainingSample) : nullptr;
     numClasses_ = info != nullptr ? info->GetNumClasses() : 0;
     if (validation == CrossValidation) {
         return;
     }
     InitMatrix(numClasses_);
-    root = algorithm.GetRoot();
-    if (root != nullptr) {
-        AddMisclassificationInfo(root,
+    if (Node const* const tree = algorithm.GetRoot()) {
+        AddMisclassificationInfo(tree,
                                  validation == TestSampleValidation ? TestSample : TrainingSample);
     }
 }

@@ -1,5 +1,7 @@
 #include <tree/cost.h>
 
+#include "foundation/tolerance.h"
+
 #include <algorithm>
 #include <cmath>
 #include <new>
@@ -7,8 +9,6 @@
 namespace tree_800 {
 
 namespace {
-
-constexpr double Tolerance = 1e-12;
 
 double DefaultCost(int i, int j) noexcept { return i == j ? 0.0 : 1.0; }
 

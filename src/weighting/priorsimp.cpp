@@ -1,6 +1,7 @@
+#include <tree/priors.h>
+
 #include <tree/cost.h>
 #include <tree/precondition.h>
-#include <tree/priors.h>
 
 #include <algorithm>
 #include <new>
@@ -25,11 +26,13 @@ std::unique_ptr<Vector> CopyOf(std::unique_ptr<Vector> const& vector) {
     return copy;
 }
 
+// Init, less the leak: the vector forgets the block that it held so far.
 void InitOrThrow(Vector& vector, int n) {
-    vector.Clear();
+    double const* const held = vector.GetData();
     if (!vector.Init(n)) {
         throw std::bad_alloc();
     }
+    std::unique_ptr<double const[]> const forgotten(held);
 }
 
 bool IsPrior(int i, double prior) noexcept { return i >= 0 && prior >= 0.0; }
@@ -92,32 +95,28 @@ PriorsImp::PriorVector PriorsImp::FindValidId(PriorVector vector) const {
     return vector >= AlteredPriors && altered_ != nullptr ? AlteredPriors : GivenPriors;
 }
 
-TArray<double> const* PriorsImp::GetVector(PriorVector vector, bool fallback) const {
-    switch (fallback ? FindValidId(vector) : vector) {
-        case GivenPriors:
-            return &given_;
+TArray<double>* PriorsImp::OptionalVector(PriorVector vector) const {
+    switch (vector) {
         case AlteredPriors:
             return altered_.get();
         case SecondPriors:
             return second_.get();
         case ThirdPriors:
             return third_.get();
+        case GivenPriors:
+            break;
     }
     return nullptr;
 }
 
+TArray<double> const* PriorsImp::GetVector(PriorVector vector, bool fallback) const {
+    PriorVector const found = fallback ? FindValidId(vector) : vector;
+    return found == GivenPriors ? &given_ : OptionalVector(found);
+}
+
 TArray<double>* PriorsImp::GetVector(PriorVector vector, bool fallback) {
-    switch (fallback ? FindValidId(vector) : vector) {
-        case GivenPriors:
-            return &given_;
-        case AlteredPriors:
-            return altered_.get();
-        case SecondPriors:
-            return second_.get();
-        case ThirdPriors:
-            return third_.get();
-    }
-    return nullptr;
+    PriorVector const found = fallback ? FindValidId(vector) : vector;
+    return found == GivenPriors ? &given_ : OptionalVector(found);
 }
 
 double PriorsImp::Get(int i, PriorVector vector) const {

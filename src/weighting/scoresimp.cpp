@@ -1,7 +1,10 @@
-#include <tree/host.h>
 #include <tree/scores.h>
 
+#include <tree/host.h>
+
 #include <cstddef>
+#include <limits>
+#include <new>
 #include <numeric>
 
 namespace tree_800 {
@@ -34,6 +37,9 @@ bool ScoresImp::Set(ScoreType type) {
 bool ScoresImp::Set(int i, double score) {
     if (i < 0) {
         return false;
+    }
+    if (i == std::numeric_limits<int>::max()) {
+        throw std::bad_alloc();  // i + 1 scores could not be counted
     }
     auto const index = static_cast<std::size_t>(i);
     if (index >= scores_.size()) {

@@ -96,7 +96,8 @@ TEST(CumulativeNodeTest, TheFirstNodeDecidesValidity) {
         bool isValid;
     } const rows[] = {{"classification", {cls.get(), &testOnly}, true},
                       {"regression", {reg.get(), &testOnly}, true},
-                      {"no training information", {&testOnly, cls.get()}, false}};
+                      {"no training information", {&testOnly, cls.get()}, false},
+                      {"no nodes", {}, false}};
     for (auto const& row : rows) {
         SCOPED_TRACE(row.name);
         CumulativeNode merged(row.nodes);

@@ -13,6 +13,9 @@
 
 namespace tree_800::test {
 
+constexpr AlgorithmKind Kinds[] = {RegressionCart, ClassificationCart, RegressionChaid,
+                                   ClassificationChaid, ClassificationQuest};
+
 /// What each class of a settings object's kind holds, everything that it answers in one line:
 /// "base", "cart", "ccart", "chaid", "cchaid" and "quest", as far as the kind has them.
 using Snapshot = std::map<std::string, std::string>;
@@ -30,9 +33,13 @@ inline std::string Describe(PruningSpec const& pruning) {
 
 inline std::string Describe(Priors const& priors) {
     std::ostringstream out;
+    auto const& vectors = dynamic_cast<PriorsImp const&>(priors);
     out << " priors " << priors.GetType() << priors.HasAlteredValues();
-    for (int i = 0; i < priors.GetNumClasses(); ++i) {
-        out << ' ' << priors.Get(i) << ' ' << priors.GetAltered(i);
+    for (auto const vector : {PriorsImp::GivenPriors, PriorsImp::AlteredPriors,
+                              PriorsImp::SecondPriors, PriorsImp::ThirdPriors}) {
+        for (int i = 0; i < priors.GetNumClasses(); ++i) {
+            out << ' ' << vectors.Get(i, vector);
+        }
     }
     return out.str();
 }

@@ -140,7 +140,8 @@ TEST(PriorsTest, ValuesAreCheckedAndTheVectorGrows) {
     EXPECT_THROW(priors.Set(INT_MAX, 0.5), std::bad_alloc);
     EXPECT_FALSE(priors.Resize(5));
     EXPECT_TRUE(priors.Resize(0));
-    EXPECT_TRUE(priors.Set(0, 0.5)) << "after emptying; nothing leaks";
+    EXPECT_TRUE(priors.Set(0, 0.5));
+    EXPECT_EQ(priors.GetNumClasses(), 2) << "it had more room before it was emptied";
 
     EXPECT_FALSE(priors.Set(UserPriors));
     EXPECT_TRUE(priors.Set(PriorsFromData));
