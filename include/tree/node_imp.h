@@ -155,6 +155,7 @@ private:
     using Rules = std::vector<std::unique_ptr<SplitRuleImp>>;
 
     static void DeleteSubtree(std::unique_ptr<NodeImp> root) noexcept;
+    void ReleaseInformationAndRules() noexcept;
     void CopyAllButChildren(NodeImp const& other);
     bool EqualsApartFromRelatives(NodeImp const& other) const;
     PredictorImp const* FindPredictor(int index) const;

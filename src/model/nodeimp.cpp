@@ -57,11 +57,17 @@ Node::~Node() = default;
 
 NodeImp::NodeImp() = default;
 
-// Children go first, and without recursion; the rest follows by itself.
-NodeImp::~NodeImp() { NodeImp::RemoveChildren(false); }
+NodeImp::~NodeImp() {
+    NodeImp::RemoveChildren(false);
+    ReleaseInformationAndRules();
+}
 
 void NodeImp::Clean() {
     RemoveChildren(false);
+    ReleaseInformationAndRules();
+}
+
+void NodeImp::ReleaseInformationAndRules() noexcept {
     for (std::unique_ptr<ClsInfo>& info : clsInfo_) {
         info.reset();
     }

@@ -19,6 +19,7 @@ namespace {
 constexpr double Inf = std::numeric_limits<double>::infinity();
 constexpr double NaN = std::numeric_limits<double>::quiet_NaN();
 double const below0 = std::nextafter(0.0, -1.0);
+double const above100 = std::nextafter(100.0, 101.0);
 
 TEST(DefaultHostTest, Values) {
     EXPECT_EQ(systemMissingValue(), std::numeric_limits<double>::lowest());
@@ -49,39 +50,31 @@ auto Fields(StopRule const& rule) {
                       rule.GetMaxTreeDepth());
 }
 
-TEST(StopRuleTest, ConstructionChecksNothing) {
+TEST(StopRuleTest, SettersIgnoreWhatIsOutOfRangeAndConstructorsDoNot) {
     EXPECT_EQ(Fields(StopRuleImp()), std::tuple(0.0001, 100, 0.0, 50, 0.0, 0));
     EXPECT_EQ(Fields(StopRuleImp(-5.0, -1, 250.0, -2, -3.0, -4)),
               std::tuple(-5.0, -1, 250.0, -2, -3.0, -4));
-}
-
-TEST(StopRuleTest, SettersIgnoreWhatIsOutOfRange) {
-    for (auto const& [size, accepted] :
-         {std::pair(INT_MIN, false), {-1, false}, {0, true}, {INT_MAX, true}}) {
-        StopRuleImp rule(0.1, 20, 30.0, 40, 50.0, 6);
+    StopRuleImp rule;
+    for (auto const& [size, stored] :
+         {std::pair(-1, 7), {INT_MIN, 7}, {0, 0}, {INT_MAX, INT_MAX}}) {
+        rule.Init(-Inf, 7, 8.0, 7, 8.0, -9);
         rule.SetMinNodeSize(size);
-        EXPECT_EQ(Fields(rule), std::tuple(0.1, accepted ? size : 20, 30.0, 40, 50.0, 6));
-        rule.Init(0.1, 20, 30.0, 40, 50.0, 6);
+        EXPECT_EQ(Fields(rule), std::tuple(-Inf, stored, 8.0, 7, 8.0, -9));
         rule.SetMinChildSize(size);
-        EXPECT_EQ(Fields(rule), std::tuple(0.1, 20, 30.0, accepted ? size : 40, 50.0, 6));
+        EXPECT_EQ(Fields(rule), std::tuple(-Inf, stored, 8.0, stored, 8.0, -9));
     }
-    for (auto const& [percent, accepted] : {std::pair(0.0, true),
-                                            {100.0, true},
-                                            {below0, false},
-                                            {std::nextafter(100.0, 101.0), false},
-                                            {NaN, false}}) {
-        StopRuleImp rule(0.1, 20, 30.0, 40, 50.0, 6);
+    for (auto const& [percent, stored] :
+         {std::pair(NaN, 8.0), {below0, 8.0}, {above100, 8.0}, {0.0, 0.0}, {100.0, 100.0}}) {
+        rule.Init(-Inf, 7, 8.0, 7, 8.0, -9);
         rule.SetMinNodePercentSize(percent);
-        EXPECT_EQ(Fields(rule), std::tuple(0.1, 20, accepted ? percent : 30.0, 40, 50.0, 6));
-        rule.Init(0.1, 20, 30.0, 40, 50.0, 6);
+        EXPECT_EQ(Fields(rule), std::tuple(-Inf, 7, stored, 7, 8.0, -9));
         rule.SetMinChildPercentSize(percent);
-        EXPECT_EQ(Fields(rule), std::tuple(0.1, 20, 30.0, 40, accepted ? percent : 50.0, 6));
+        EXPECT_EQ(Fields(rule), std::tuple(-Inf, 7, stored, 7, stored, -9));
     }
-    StopRuleImp rule(0.1, 20, 30.0, 40, 50.0, 6);
-    rule.SetMinImprovement(-Inf);
-    rule.SetMaxTreeDepth(-7);
+    rule.SetMinImprovement(-2.0);
+    rule.SetMaxTreeDepth(-3);
     std::unique_ptr<StopRule> const clone(rule.Clone());
-    EXPECT_EQ(Fields(*clone), std::tuple(-Inf, 20, 30.0, 40, 50.0, -7));
+    EXPECT_EQ(Fields(*clone), std::tuple(-2.0, 7, 100.0, 7, 100.0, -3));
 }
 
 TEST(StopRuleTest, EqualityToleratesATrillionth) {
