@@ -74,7 +74,8 @@ public:
     /// rule at the node. The primary split is asked first, then the surrogates in order; when none
     /// places the observation the answer is the primary split's dumb child, which may be -1. The
     /// position is the rule's own answer and may lie beyond the children. A leaf, and a node
-    /// without a primary split, answers -1. Allocates nothing.
+    /// without a primary split, answers -1; empty child slots make a node no leaf, so that a grower
+    /// can size the children first and route its cases before it makes them. Allocates nothing.
     virtual int Classify(double const* obs) const;
 
     virtual bool IsClassificationNode() const;

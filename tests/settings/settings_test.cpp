@@ -98,39 +98,40 @@ TEST(StopRuleTest, EqualityToleratesATrillionth) {
 }
 
 TEST(ValidationSpecTest, SettersRefuseWhatIsOutOfRange) {
-    ValidationSpecImp spec;
+    ValidationSpecImp validation;
     auto const fields = [](ValidationSpec const& s) {
         return std::tuple(int{s.GetType()}, s.GetNumCVFolds(), s.GetRandomSeed());
     };
-    EXPECT_EQ(fields(spec), std::tuple(0, 10, 2000000L));
+    EXPECT_EQ(fields(validation), std::tuple(0, 10, 2000000L));
     // There is no way back to type 0.
     for (auto const& [type, stored] :
          {std::pair(0, 0), {3, 0}, {-1, 0}, {1, 1}, {0, 1}, {2, 2}, {0, 2}}) {
-        EXPECT_EQ(spec.Set(static_cast<ValidationType>(type)), type == stored && type != 0) << type;
-        EXPECT_EQ(fields(spec), std::tuple(stored, 10, 2000000L)) << type;
+        EXPECT_EQ(validation.Set(static_cast<ValidationType>(type)), type == stored && type != 0)
+            << type;
+        EXPECT_EQ(fields(validation), std::tuple(stored, 10, 2000000L)) << type;
     }
     for (auto const& [folds, stored] :
          {std::pair(1, 10), {INT_MIN, 10}, {2, 2}, {INT_MAX, INT_MAX}}) {
-        EXPECT_EQ(spec.SetNumCVFolds(folds), folds == stored) << folds;
-        EXPECT_EQ(fields(spec), std::tuple(2, stored, 2000000L)) << folds;
+        EXPECT_EQ(validation.SetNumCVFolds(folds), folds == stored) << folds;
+        EXPECT_EQ(fields(validation), std::tuple(2, stored, 2000000L)) << folds;
     }
     for (auto const& [seed, stored] :
          {std::pair(0L, 2000000L), {-1L, 2000000L}, {1L, 1L}, {LONG_MAX, LONG_MAX}}) {
-        EXPECT_EQ(spec.SetRandomSeed(seed), seed == stored) << seed;
-        EXPECT_EQ(fields(spec), std::tuple(2, INT_MAX, stored)) << seed;
+        EXPECT_EQ(validation.SetRandomSeed(seed), seed == stored) << seed;
+        EXPECT_EQ(fields(validation), std::tuple(2, INT_MAX, stored)) << seed;
     }
-    std::unique_ptr<ValidationSpec> const clone(spec.Clone());
-    EXPECT_EQ(fields(*clone), fields(spec));
+    std::unique_ptr<ValidationSpec> const clone(validation.Clone());
+    EXPECT_EQ(fields(*clone), fields(validation));
 }
 
 TEST(PruningSpecTest, IgnoresNegativeFactors) {
-    PruningSpecImp spec;
-    EXPECT_FALSE(spec.GetPickMinRiskTree());
-    spec.SetPickMinRiskTree(true);
+    PruningSpecImp pruning;
+    EXPECT_FALSE(pruning.GetPickMinRiskTree());
+    pruning.SetPickMinRiskTree(true);
     for (auto const& [factor, stored] :
          {std::pair(NaN, 1.0), {below0, 1.0}, {2.5, 2.5}, {0.0, 0.0}}) {
-        spec.SetSERuleFactor(factor);
-        std::unique_ptr<PruningSpec> const clone(spec.Clone());
+        pruning.SetSERuleFactor(factor);
+        std::unique_ptr<PruningSpec> const clone(pruning.Clone());
         EXPECT_EQ(clone->GetSERuleFactor(), stored) << factor;
         EXPECT_TRUE(clone->GetPickMinRiskTree());
     }
