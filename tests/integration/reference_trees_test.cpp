@@ -38,6 +38,8 @@ struct Reference {
     int stopped;  // at an inner node without a majority direction
 };
 
+void PrintTo(Reference const& reference, std::ostream* stream) { *stream << reference.name; }
+
 class ReferenceTrees : public testing::TestWithParam<Reference> {
 protected:
     void SetUp() override {

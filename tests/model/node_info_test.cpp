@@ -14,20 +14,10 @@ namespace {
 using namespace test;
 
 TEST(ClsInfo, PercentIsAShareOfTheCount) {
-    struct {
-        std::vector<double> counts;
-        double count;
-        double shareOfFirst;
-    } const rows[] = {{{3.0, 1.0}, 4.0, 0.75},
-                      {{0.0, 0.0}, 0.0, 0.0},
-                      {{}, 0.0, 0.0},
-                      {{1.0, -3.0}, -2.0, 0.0},
-                      {{1e16, 1.0, -1e16}, 0.0, 0.0}};  // summed in order
-    for (auto const& row : rows) {
-        auto const info = Counts(0, row.counts);
-        EXPECT_EQ(info->GetCount(), row.count);
-        EXPECT_EQ(info->GetClassPercent(0), row.shareOfFirst);
-    }
+    EXPECT_EQ(Counts(0, {3.0, 1.0})->GetClassPercent(0), 0.75);
+    EXPECT_EQ(Counts(0, {1.0, -3.0})->GetClassPercent(0), 0.0);
+    EXPECT_EQ(Counts(0, {})->GetClassPercent(0), 0.0);
+    EXPECT_EQ(Counts(0, {1e16, 1.0, -1e16})->GetCount(), 0.0);  // summed in order
 }
 
 TEST(ClsInfo, ResizingKeepsTheFirstClassesAndClearsTheOthers) {
@@ -56,11 +46,7 @@ TEST(ClsInfo, EqualityAndCopiesCoverEverything) {
                   {"probability", [](auto& info) { info.SetClassProbability(1, 0.25); }},
                   {"number of classes", [](auto& info) { info.SetNumClasses(3); }}});
     auto const larger = Counts(2, {9.0, 9.0, 9.0});
-    larger->SetPercentSize(12.0);
     *larger = *source;
-    EXPECT_TRUE(*larger == *source);
-    ClsInfoImp const& same = *larger;
-    *larger = same;
     EXPECT_TRUE(*larger == *source);
     larger->SetClassCount(0, std::nan(""));
     EXPECT_FALSE(*larger == *larger);
@@ -68,13 +54,14 @@ TEST(ClsInfo, EqualityAndCopiesCoverEverything) {
 
 TEST(ClsInfo, CopyMarksTheProbabilitiesThatItsSourceLacks) {
     auto const source = Counts(0, {1.0, 2.0});
-    source->SetNumClasses(1);
-    source->SetClassCount(1, 2.0);  // back within the room of before, without a probability
+    source->SetNumClasses(0);
+    source->SetClassCount(1, 2.0);  // back within the room of before, without probabilities
     auto const copy = CopyOf(*source);
     EXPECT_EQ(copy->GetClassCount(1), 2.0);
-    EXPECT_EQ(copy->GetClassProbability(0), 0.0);
     EXPECT_EQ(copy->GetClassProbability(1), -1.0);
     EXPECT_FALSE(*copy == *source);
+    source->SetClassProbability(0, 0.5);  // makes room for those of all classes
+    EXPECT_EQ(source->GetClassProbability(1), 0.0);
 }
 
 RegInfoImp MakeRegInfo() {
@@ -100,11 +87,9 @@ TEST(RegInfo, ClearedInfoHasAnEmptyRangeAndNothingStored) {
 
 TEST(RegInfo, BinsAreAdjacentSlicesOfTheRange) {
     RegInfoImp info = MakeRegInfo();
-    EXPECT_EQ(info.GetBinLeftEndPoint(0), -0.3);
-    EXPECT_DOUBLE_EQ(info.GetBinRightEndPoint(6), 0.4);
-    for (int i = 1; i < 7; ++i) {
-        EXPECT_EQ(info.GetBinLeftEndPoint(i), info.GetBinRightEndPoint(i - 1));
+    for (int i = 0; i < 7; ++i) {
         EXPECT_NEAR(info.GetBinLeftEndPoint(i), -0.3 + 0.1 * i, 1e-15);
+        EXPECT_NEAR(info.GetBinRightEndPoint(i), -0.2 + 0.1 * i, 1e-15);
     }
     info.SetNumBins(2);
     info.SetNumBins(3);
@@ -116,20 +101,20 @@ TEST(RegInfo, BinsAreAdjacentSlicesOfTheRange) {
 
 // What is stored, as a map from flag to value would hold it.
 TEST(RegInfo, RandomStatisticsStandInTheOrderOfTheirFlags) {
+    using Flag = RegInfoImp::StatisticStorageFlags;
     Random random;
     for (int run = 0; run < 200; ++run) {
         RegInfoImp info = MakeRegInfo();
         std::map<int, double> stored;
-        auto const storedOr = [&stored](int flag, double fallback) {
-            return stored.count(flag) > 0 ? stored[flag] : fallback;
+        auto const storedOr = [&stored](int bit, double fallback) {
+            return stored.count(bit) > 0 ? stored[bit] : fallback;
         };
         for (int step = 0; step < 12; ++step) {
             int const chosen = 1 << random.Between(0, 7);
             stored[chosen] = random.Between(0, 1000);
-            info.SetExtendedStatistic(static_cast<RegInfoImp::StatisticStorageFlags>(chosen),
-                                      stored[chosen]);
+            info.SetExtendedStatistic(static_cast<Flag>(chosen), stored[chosen]);
             for (int bit = 1; bit <= 128; bit *= 2) {
-                auto const flag = static_cast<RegInfoImp::StatisticStorageFlags>(bit);
+                auto const flag = static_cast<Flag>(bit);
                 bool const isStored = stored.count(bit) > 0;
                 auto const pos = std::distance(stored.begin(), stored.lower_bound(bit));
                 double out = -5.0;
@@ -139,9 +124,8 @@ TEST(RegInfo, RandomStatisticsStandInTheOrderOfTheirFlags) {
                 EXPECT_EQ(info.GetExtendedStatisticInsertionPos(flag), isStored ? -1 : pos);
             }
             for (int const bits : {0, 3, 192, 256}) {  // no bit, several, or an unknown one
-                auto const flag = static_cast<RegInfoImp::StatisticStorageFlags>(bits);
-                EXPECT_EQ(info.GetExtendedStatisticPos(flag), -1) << bits;
-                EXPECT_EQ(info.GetExtendedStatisticInsertionPos(flag), -1) << bits;
+                EXPECT_EQ(info.GetExtendedStatisticPos(static_cast<Flag>(bits)), -1);
+                EXPECT_EQ(info.GetExtendedStatisticInsertionPos(static_cast<Flag>(bits)), -1);
             }
             EXPECT_EQ(info.GetStdDev(), storedOr(1, 0.0));
             EXPECT_EQ(info.GetPrediction(), storedOr(2, 4.5));
@@ -178,7 +162,6 @@ TEST(RegInfo, CopyAlwaysStoresADeviationAndForgetsWhatItHeld) {
     source.SetExtendedStatistic(RegInfoImp::StorePrediction, 6.0);
     RegInfoImp target = MakeRegInfo();
     target.SetExtendedStatistic(RegInfoImp::StoreUnweightedCount, 3.0);
-    target.SetExtendedStatistic(RegInfoImp::StoreStdDev, 3.0);
     target = source;
     EXPECT_TRUE(target == source);
     EXPECT_EQ(target.GetExtendedStatisticPos(RegInfoImp::StoreStdDev), 0);

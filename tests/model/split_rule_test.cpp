@@ -6,6 +6,8 @@
 #include <tree/value_set.h>
 #include <tree/variable_settings.h>
 
+#include <cmath>
+
 namespace tree_800 {
 namespace {
 
@@ -24,8 +26,7 @@ TEST(SplitRuleBase, CreationKindsReplaceEachOther) {
 }
 
 TEST(SplitRuleBase, HighestRecognisedBitNamesTheSlot) {
-    int const flagAndSlot[][2] = {{0, -1}, {1, 0},   {3, 1},   {4, 2},    {8, 3},
-                                  {15, 3}, {16, -1}, {24, -1}, {128, -1}, {129, 0}};
+    int const flagAndSlot[][2] = {{0, -1}, {1, 0}, {3, 1}, {8, 3}, {24, -1}, {128, -1}, {129, 0}};
     for (auto const& [flag, slot] : flagAndSlot) {
         EXPECT_EQ(SplitRuleImp::GetFlagPosition(static_cast<StatisticFlag>(flag)), slot) << flag;
     }
@@ -44,35 +45,22 @@ TEST(SplitRuleBase, StatisticIsPresentWithAllItsBitsAndReadableWithASlot) {
     EXPECT_EQ(rule.GetStatistic(StatisticSlot0), 1.5);
     EXPECT_EQ(rule.GetStatistic(StatisticSlot1), 4.5);
     rule.SetStatistic(StatisticUnstored16, 9.0);
-    EXPECT_TRUE(rule.HasStatistic(StatisticUnstored16));
-    EXPECT_TRUE(rule.HasStatistic(StatisticFlag{}));
+    EXPECT_TRUE(rule.HasStatistic(StatisticUnstored16) && rule.HasStatistic(StatisticFlag{}));
     for (StatisticFlag const unreadable : {StatisticUnstored16, StatisticSlot2, StatisticFlag{}}) {
         EXPECT_FALSE(rule.GetStatistic(unreadable, &out));
     }
     EXPECT_EQ(out, 77.0);
 }
 
-TEST(SplitRuleBase, ReorderingLeavesUnassignedPositionsAlone) {
-    ProbeRule rule({2});
-    rule.ReorderMappings({});
-    EXPECT_EQ(rule.GetMissingValueMapping(), -1);
-    EXPECT_EQ(rule.GetDumbChildPos(), -1);
-    EXPECT_TRUE(rule.HasProperty(SplitRuleMappingsReordered));
-    rule.SetDumbRule(0, 0.5);
-    rule.AddMissingValueMapping(false);
-    rule.ReorderMappings({1, 2, 0});
-    EXPECT_EQ(rule.GetMissingValueMapping(), 0);
-    EXPECT_EQ(rule.GetDumbChildPos(), 1);
-}
-
 TEST(SplitRuleBase, EqualityAndClonesCoverTheBaseAlone) {
     std::unique_ptr<SplitRuleImp> const sources[] = {Cut(3, 1.0), Codes(3, {0, 1})};
     for (auto const& source : sources) {
         source->SetDumbRule(0, -1.0);
+        source->SetStatistic(StatisticSlot0, 1.0);
         ExpectEqualityCovers<SplitRuleImp>(
             *source,
-            {{"slot 0", [](auto& rule) { rule.SetStatistic(StatisticSlot0, 2.0); }},
-             {"slot 3", [](auto& rule) { rule.SetStatistic(StatisticSlot3, 2.0); }},
+            {{"statistic", [](auto& rule) { rule.SetStatistic(StatisticSlot0, 2.0); }},
+             {"last slot", [](auto& rule) { rule.SetStatistic(StatisticSlot3, 2.0); }},
              {"flag", [](auto& rule) { rule.SetStatistic(StatisticUnstored32, 2.0); }},
              {"dumb child", [](auto& rule) { rule.SetDumbRule(1, -1.0); }},
              {"dumb probability", [](auto& rule) { rule.SetDumbRule(0, 0.75); }},
@@ -83,10 +71,65 @@ TEST(SplitRuleBase, EqualityAndClonesCoverTheBaseAlone) {
     EXPECT_FALSE(*Cut(3, 1.0) == *Cut(4, 1.0));
 }
 
+// What a rule answers to a comparison with another.
+int Compare(std::unique_ptr<SplitRuleImp> const& a, std::unique_ptr<SplitRuleImp> const& b) {
+    return a->Compare(*b);
+}
+
+std::unique_ptr<OSplitRule> CutWithCode(double missingCode) {
+    auto rule = std::make_unique<OSplitRule>(missingCode, 0);
+    EXPECT_TRUE(rule->CopyMappings(*Cut(0, 1.0)));  // the code stays
+    return rule;
+}
+
+template <typename Rule>
+std::unique_ptr<Rule> MappingMissing(std::unique_ptr<Rule> rule, bool newChild) {
+    rule->AddMissingValueMapping(newChild);
+    return rule;
+}
+
+TEST(SplitRuleCompare, OrderedRules) {
+    auto const changed = [](auto change) {
+        auto rule = Cut(0, 1.0);
+        change(*rule);
+        return rule;
+    };
+    auto const addCut = [](auto& rule) { rule.InsertCutPoint(OValueSet(2.0, 3.0), true); };
+    auto const setFlag = [](auto& rule) { rule.IsPresent(1.0)->cutPointAbove = true; };
+    auto const setCutChild = [](auto& rule) { rule.IsPresent(1.0)->child = 2; };
+    auto const setUpper = [](auto& rule) { rule.ReorderMappings({0, 2}); };
+    EXPECT_EQ(Compare(Cut(0, 1.0), Cut(0, 1.0 + 1e-13)), 0);
+    EXPECT_EQ(Compare(Cut(0, 1.0), Cut(0, 1.0 + 1e-11)), 1);
+    EXPECT_EQ(Compare(Cut(0, 1.0 + 1e-11), Cut(0, 1.0)), 1);
+    EXPECT_EQ(Compare(Cut(0, 1.0), Cut(0, std::nan(""))), 0);
+    EXPECT_EQ(Compare(Cut(0, 1.0), changed(setFlag)), 0);
+    EXPECT_EQ(Compare(Cut(0, 1.0), changed(setCutChild)), 1);
+    EXPECT_EQ(Compare(Cut(0, 1.0), changed(setUpper)), 1);
+    EXPECT_EQ(Compare(Cut(0, 1.0), changed(addCut)), 1);
+    EXPECT_EQ(Compare(changed(addCut), Cut(0, 1.0)), 1);
+    EXPECT_EQ(Compare(Cut(0, 1.0), MappingMissing(Cut(0, 1.0), false)), 1);
+    EXPECT_EQ(Compare(Cut(0, 2.0), CutWithCode(-9.0)), 3);
+    EXPECT_EQ(Compare(CutWithCode(std::nan("")), CutWithCode(std::nan(""))), 3);
+    EXPECT_EQ(Compare(Cut(0, 1.0), Codes(0, {0, 1})), 3);
+    EXPECT_EQ(Compare(Cut(1, 1.0), Codes(0, {0, 1})), 2);
+}
+
+TEST(SplitRuleCompare, NominalRules) {
+    auto const codes = [](std::vector<int> const& childOfCode) { return Codes(0, childOfCode); };
+    EXPECT_EQ(Compare(codes({0, 1}), codes({0, 1, -1})), 0);
+    EXPECT_EQ(Compare(codes({0, 1}), codes({1, 0})), 1);
+    EXPECT_EQ(Compare(codes({0, 1}), MappingMissing(codes({0, 1}), false)), 1);
+    EXPECT_EQ(Compare(codes({0, 1}), codes({1, 0, 1})), 3);  // a code of the other alone
+    EXPECT_EQ(Compare(codes({0, 1, 1}), codes({0, 1})), 3);
+    EXPECT_EQ(Compare(codes({0}), MappingMissing(codes({}), true)), 3);
+    EXPECT_EQ(Compare(codes({0, 1}), codes({-1})), 1);  // the other has no children at all
+    EXPECT_EQ(Compare(codes({0, 1}), Cut(0, 1.0)), 3);
+    EXPECT_EQ(Compare(codes({0, 1}), Cut(1, 1.0)), 2);
+}
+
 TEST(SplitRuleBase, OtherKindsAreRefusedUnchanged) {
     auto const ordered = Cut(0, 1.0);
-    auto const nominal = Codes(0, {1, 0, 2});
-    nominal->AddMissingValueMapping(true);
+    auto const nominal = MappingMissing(Codes(0, {1, 0, 2}), true);
     EXPECT_FALSE(ordered->AddMappedValues(NValueSet()) || ordered->CopyMappings(*nominal));
     EXPECT_FALSE(nominal->AddMappedValues(OValueSet()) || nominal->CopyMappings(*ordered));
     EXPECT_EQ(ordered->Compare(*Cut(0, 1.0)), 0);
@@ -99,15 +142,20 @@ TEST(SplitRuleHandle, HoldsTheKindOfRuleThatTheVariableNeeds) {
     for (int const level : {-1, 0, 1, 2}) {
         variable.SetMeasurementLevel(static_cast<global_800::MeasurementLevel>(level));
         SplitRule const handle(variable, 4);
-        SplitRuleImp const* const rule = handle;
+        auto const* const rule = static_cast<SplitRuleImp const*>(handle);
         auto const* const ordered = dynamic_cast<OSplitRule const*>(rule);
         EXPECT_EQ(ordered == nullptr, level == 0) << level;
         EXPECT_TRUE(ordered == nullptr || ordered->GetMissingValue() == -9.0);
-        EXPECT_EQ(handle.GetPredictorIndex(), 4);
     }
 }
 
-TEST(SplitRuleHandle, OwnsARuleOfItsOwn) {
+class UncopyableRule : public ProbeRule {
+public:
+    using ProbeRule::ProbeRule;
+    SplitRuleImp* Clone() const override { return nullptr; }
+};
+
+TEST(SplitRuleHandle, OwnsARuleOfItsOwnOrAnswersNeutrally) {
     auto rule = Codes(2, {0, 1});
     rule->SetStatistic(StatisticSlot2, 6.0);
     SplitRule handle(*rule);
@@ -120,33 +168,21 @@ TEST(SplitRuleHandle, OwnsARuleOfItsOwn) {
     handle = *source;
     source.reset();
     double statistic = 0.0;
-    EXPECT_TRUE(handle.GetStatistic(StatisticSlot2, &statistic));
-    EXPECT_EQ(statistic, 6.0);
-    EXPECT_FALSE(handle.HasStatistic(StatisticSlot1));
+    EXPECT_TRUE(handle.GetStatistic(StatisticSlot2, &statistic) && statistic == 6.0);
     EXPECT_TRUE(handle.HasProperty(SplitRuleCreatedDefault));
-    EXPECT_EQ(handle.GetMissingValueMapping(), -1);
+    EXPECT_FALSE(handle.HasStatistic(StatisticSlot1));
+    EXPECT_EQ(handle.GetPredictorIndex(), 2);
     std::unique_ptr<ValueSet> const values(handle.GetMappedValues(1));
     EXPECT_TRUE(handle.AddMappedValues(*values));
     EXPECT_EQ(handle.GetNumChildren(), 3);
-}
 
-class UncopyableRule : public ProbeRule {
-public:
-    using ProbeRule::ProbeRule;
-    SplitRuleImp* Clone() const override { return nullptr; }
-};
-
-TEST(SplitRuleHandle, EmptyHandleAnswersNeutrally) {
-    SplitRule handle(*Cut(0, 1.0));
     handle = SplitRule(UncopyableRule({0}));
-    SplitRule const copy(handle);
-    double out = 77.0;
-    EXPECT_EQ(static_cast<SplitRuleImp const*>(copy), nullptr);
-    EXPECT_EQ(copy.GetNumChildren(), 0);
-    EXPECT_EQ(copy.GetMappedValues(0), nullptr);
-    EXPECT_EQ(copy.GetMissingValueMapping(), 0);
-    EXPECT_FALSE(copy.GetStatistic(StatisticSlot0, &out));
-    EXPECT_FALSE(copy.HasStatistic(StatisticFlag{}) || copy.HasProperty(SplitRuleCreatedDefault));
+    SplitRule const empty(handle);
+    EXPECT_EQ(static_cast<SplitRuleImp const*>(empty), nullptr);
+    EXPECT_EQ(empty.GetMappedValues(0), nullptr);
+    EXPECT_EQ(empty.GetNumChildren() + empty.GetMissingValueMapping(), 0);
+    EXPECT_FALSE(empty.GetStatistic(StatisticSlot0, &statistic) ||
+                 empty.HasStatistic(StatisticFlag{}) || empty.HasProperty(SplitRuleCreatedDefault));
 }
 
 }  // namespace

@@ -19,6 +19,7 @@ namespace {
 constexpr double Inf = std::numeric_limits<double>::infinity();
 constexpr double NaN = std::numeric_limits<double>::quiet_NaN();
 double const below0 = std::nextafter(0.0, -1.0);
+double const above100 = std::nextafter(100.0, 101.0);
 
 TEST(DefaultHostTest, Values) {
     EXPECT_EQ(systemMissingValue(), std::numeric_limits<double>::lowest());
@@ -49,39 +50,31 @@ auto Fields(StopRule const& rule) {
                       rule.GetMaxTreeDepth());
 }
 
-TEST(StopRuleTest, ConstructionChecksNothing) {
+TEST(StopRuleTest, SettersIgnoreWhatIsOutOfRangeAndConstructorsDoNot) {
     EXPECT_EQ(Fields(StopRuleImp()), std::tuple(0.0001, 100, 0.0, 50, 0.0, 0));
     EXPECT_EQ(Fields(StopRuleImp(-5.0, -1, 250.0, -2, -3.0, -4)),
               std::tuple(-5.0, -1, 250.0, -2, -3.0, -4));
-}
-
-TEST(StopRuleTest, SettersIgnoreWhatIsOutOfRange) {
-    for (auto const& [size, accepted] :
-         {std::pair(INT_MIN, false), {-1, false}, {0, true}, {INT_MAX, true}}) {
-        StopRuleImp rule(0.1, 20, 30.0, 40, 50.0, 6);
+    StopRuleImp rule;
+    for (auto const& [size, stored] :
+         {std::pair(-1, 7), {INT_MIN, 7}, {0, 0}, {INT_MAX, INT_MAX}}) {
+        rule.Init(-Inf, 7, 8.0, 7, 8.0, -9);
         rule.SetMinNodeSize(size);
-        EXPECT_EQ(Fields(rule), std::tuple(0.1, accepted ? size : 20, 30.0, 40, 50.0, 6));
-        rule.Init(0.1, 20, 30.0, 40, 50.0, 6);
+        EXPECT_EQ(Fields(rule), std::tuple(-Inf, stored, 8.0, 7, 8.0, -9));
         rule.SetMinChildSize(size);
-        EXPECT_EQ(Fields(rule), std::tuple(0.1, 20, 30.0, accepted ? size : 40, 50.0, 6));
+        EXPECT_EQ(Fields(rule), std::tuple(-Inf, stored, 8.0, stored, 8.0, -9));
     }
-    for (auto const& [percent, accepted] : {std::pair(0.0, true),
-                                            {100.0, true},
-                                            {below0, false},
-                                            {std::nextafter(100.0, 101.0), false},
-                                            {NaN, false}}) {
-        StopRuleImp rule(0.1, 20, 30.0, 40, 50.0, 6);
+    for (auto const& [percent, stored] :
+         {std::pair(NaN, 8.0), {below0, 8.0}, {above100, 8.0}, {0.0, 0.0}, {100.0, 100.0}}) {
+        rule.Init(-Inf, 7, 8.0, 7, 8.0, -9);
         rule.SetMinNodePercentSize(percent);
-        EXPECT_EQ(Fields(rule), std::tuple(0.1, 20, accepted ? percent : 30.0, 40, 50.0, 6));
-        rule.Init(0.1, 20, 30.0, 40, 50.0, 6);
+        EXPECT_EQ(Fields(rule), std::tuple(-Inf, 7, stored, 7, 8.0, -9));
         rule.SetMinChildPercentSize(percent);
-        EXPECT_EQ(Fields(rule), std::tuple(0.1, 20, 30.0, 40, accepted ? percent : 50.0, 6));
+        EXPECT_EQ(Fields(rule), std::tuple(-Inf, 7, stored, 7, stored, -9));
     }
-    StopRuleImp rule(0.1, 20, 30.0, 40, 50.0, 6);
-    rule.SetMinImprovement(-Inf);
-    rule.SetMaxTreeDepth(-7);
+    rule.SetMinImprovement(-2.0);
+    rule.SetMaxTreeDepth(-3);
     std::unique_ptr<StopRule> const clone(rule.Clone());
-    EXPECT_EQ(Fields(*clone), std::tuple(-Inf, 20, 30.0, 40, 50.0, -7));
+    EXPECT_EQ(Fields(*clone), std::tuple(-2.0, 7, 100.0, 7, 100.0, -3));
 }
 
 TEST(StopRuleTest, EqualityToleratesATrillionth) {
@@ -105,39 +98,40 @@ TEST(StopRuleTest, EqualityToleratesATrillionth) {
 }
 
 TEST(ValidationSpecTest, SettersRefuseWhatIsOutOfRange) {
-    ValidationSpecImp spec;
+    ValidationSpecImp validation;
     auto const fields = [](ValidationSpec const& s) {
         return std::tuple(int{s.GetType()}, s.GetNumCVFolds(), s.GetRandomSeed());
     };
-    EXPECT_EQ(fields(spec), std::tuple(0, 10, 2000000L));
+    EXPECT_EQ(fields(validation), std::tuple(0, 10, 2000000L));
     // There is no way back to type 0.
     for (auto const& [type, stored] :
          {std::pair(0, 0), {3, 0}, {-1, 0}, {1, 1}, {0, 1}, {2, 2}, {0, 2}}) {
-        EXPECT_EQ(spec.Set(static_cast<ValidationType>(type)), type == stored && type != 0) << type;
-        EXPECT_EQ(fields(spec), std::tuple(stored, 10, 2000000L)) << type;
+        EXPECT_EQ(validation.Set(static_cast<ValidationType>(type)), type == stored && type != 0)
+            << type;
+        EXPECT_EQ(fields(validation), std::tuple(stored, 10, 2000000L)) << type;
     }
     for (auto const& [folds, stored] :
          {std::pair(1, 10), {INT_MIN, 10}, {2, 2}, {INT_MAX, INT_MAX}}) {
-        EXPECT_EQ(spec.SetNumCVFolds(folds), folds == stored) << folds;
-        EXPECT_EQ(fields(spec), std::tuple(2, stored, 2000000L)) << folds;
+        EXPECT_EQ(validation.SetNumCVFolds(folds), folds == stored) << folds;
+        EXPECT_EQ(fields(validation), std::tuple(2, stored, 2000000L)) << folds;
     }
     for (auto const& [seed, stored] :
          {std::pair(0L, 2000000L), {-1L, 2000000L}, {1L, 1L}, {LONG_MAX, LONG_MAX}}) {
-        EXPECT_EQ(spec.SetRandomSeed(seed), seed == stored) << seed;
-        EXPECT_EQ(fields(spec), std::tuple(2, INT_MAX, stored)) << seed;
+        EXPECT_EQ(validation.SetRandomSeed(seed), seed == stored) << seed;
+        EXPECT_EQ(fields(validation), std::tuple(2, INT_MAX, stored)) << seed;
     }
-    std::unique_ptr<ValidationSpec> const clone(spec.Clone());
-    EXPECT_EQ(fields(*clone), fields(spec));
+    std::unique_ptr<ValidationSpec> const clone(validation.Clone());
+    EXPECT_EQ(fields(*clone), fields(validation));
 }
 
 TEST(PruningSpecTest, IgnoresNegativeFactors) {
-    PruningSpecImp spec;
-    EXPECT_FALSE(spec.GetPickMinRiskTree());
-    spec.SetPickMinRiskTree(true);
+    PruningSpecImp pruning;
+    EXPECT_FALSE(pruning.GetPickMinRiskTree());
+    pruning.SetPickMinRiskTree(true);
     for (auto const& [factor, stored] :
          {std::pair(NaN, 1.0), {below0, 1.0}, {2.5, 2.5}, {0.0, 0.0}}) {
-        spec.SetSERuleFactor(factor);
-        std::unique_ptr<PruningSpec> const clone(spec.Clone());
+        pruning.SetSERuleFactor(factor);
+        std::unique_ptr<PruningSpec> const clone(pruning.Clone());
         EXPECT_EQ(clone->GetSERuleFactor(), stored) << factor;
         EXPECT_TRUE(clone->GetPickMinRiskTree());
     }

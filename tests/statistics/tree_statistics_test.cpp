@@ -12,6 +12,7 @@
 #include <ostream>
 #include <sstream>
 #include <string>
+#include <tuple>
 #include <utility>
 #include <vector>
 
@@ -41,13 +42,13 @@ public:
     double GetProgress() const override { return 1.0; }
     void Cancel() override {}
     bool IsCancelled() const override { return false; }
-    StopRule const* GetStopRule() const override { return nullptr; }
-    ValidationSpec const* GetValidationSpec() const override { return nullptr; }
-    PruningSpec const* GetPruningSpec() const override { return nullptr; }
+    AlgSettings const* GetSettings() const override { return nullptr; }
+    int GetNumNodes() const override { return -1; }
     int GetNumLeaves() const override { return -1; }
     double GetRisk(DataSample /*sample*/) const override { return -1.0; }
     double GetRiskStdError(DataSample /*sample*/) const override { return -1.0; }
     bool GetStatistics(TreeStatistics& /*out*/) const override { return false; }
+    GainsIntf* ComputeGains(GainsSettings const& /*settings*/) const override { return nullptr; }
 
 private:
     std::unique_ptr<NodeImp> root_;
@@ -85,9 +86,8 @@ Matrix Counts(TreeStatisticsIntf const& statistics) {
 }
 
 TEST(TreeStatisticsTest, CountsTheLeavesOfTheSampleThatValidates) {
-    double const missing = systemMissingValue();
     Matrix const training{{6.0, 1.0, 1.0}, {0.0, 0.0, 0.0}, {0.0, 1.5, 5.0}};
-    Matrix const none(3, std::vector<double>(3, missing));
+    Matrix const none(3, std::vector<double>(3, systemMissingValue()));
     for (auto const& [validation, expected] :
          {std::pair(0, training),
           {1, {{0.0, 0.0, 0.0}, {1.0, 0.0, 2.0}, {0.0, 3.0, 1.0}}},
@@ -121,29 +121,20 @@ TEST(TreeStatisticsTest, WhatIsGatheredReplacesTheMatrixOnlyWhenANewOneIsBuilt) 
     EXPECT_EQ(Counts(statistics), Matrix(2, std::vector<double>(2, 0.0)));
 }
 
-TEST(TreeStatisticsTest, OneLeafInAMatrixOfTwoClasses) {
-    struct {
-        char const* name;
-        int prediction;
-        std::vector<double> counts;
-        Matrix expected;
-    } const rows[] = {
-        {"as expected", 1, {2.0, 7.0}, {{0.0, 0.0}, {4.0, 14.0}}},
-        {"more classes", 0, {2.0, 7.0, 9.0}, {{4.0, 14.0}, {0.0, 0.0}}},
-        {"class beyond the matrix", 2, {2.0, 7.0, 9.0}, {{0.0, 0.0}, {0.0, 0.0}}},
-        {"negative class", -1, {2.0, 7.0}, {{0.0, 0.0}, {0.0, 0.0}}},
-    };
-    for (auto const& row : rows) {
-        SCOPED_TRACE(row.name);
-        auto const leaf = test::Leaf(row.prediction, row.counts);
-        TreeStatisticsImp statistics;
-        statistics.SetIsCls(true);
-        statistics.SetNumClasses(2);
-        statistics.AddMisclassificationInfo(leaf.get(), TrainingSample);
+TEST(TreeStatisticsTest, LeavesAddUpInTheRowTheyPredictAndNowhereElse) {
+    TreeStatisticsImp statistics;
+    statistics.SetIsCls(true);
+    statistics.SetNumClasses(2);
+    for (auto const& [prediction, counts] : {std::pair(1, std::vector{2.0, 7.0}),
+                                             {1, {0.5, 1.0}},
+                                             {0, {1.0, 3.0, 9.0}},
+                                             {2, {5.0, 5.0, 5.0}},
+                                             {-1, {5.0, 5.0}}}) {
+        auto const leaf = test::Leaf(prediction, counts);
         statistics.AddMisclassificationInfo(leaf.get(), TrainingSample);
         statistics.AddMisclassificationInfo(leaf.get(), TestSample);
-        EXPECT_EQ(Counts(statistics), row.expected);
     }
+    EXPECT_EQ(Counts(statistics), (Matrix{{1.0, 3.0}, {2.5, 8.0}}));
 }
 
 TEST(TreeStatisticsTest, ACellThatDoesNotExistIsMissing) {
@@ -156,9 +147,6 @@ TEST(TreeStatisticsTest, ACellThatDoesNotExistIsMissing) {
         EXPECT_EQ(statistics.GetMisclassificationCount(index, 0), systemMissingValue()) << index;
         EXPECT_EQ(statistics.GetMisclassificationCount(0, index), systemMissingValue()) << index;
     }
-    statistics.InitMatrix(0);
-    EXPECT_EQ(statistics.GetNumClasses(), 2);
-    EXPECT_EQ(statistics.GetMisclassificationCount(0, 0), systemMissingValue());
 }
 
 class FlushCounter : public std::stringbuf {
@@ -186,57 +174,45 @@ TEST(TreeStatisticsTest, Report) {
     } statistics;
     statistics.SetRisk(0.08);
     statistics.SetStdError(0.03125);
-    EXPECT_EQ(Report(statistics),
-              "Regression tree.\n"
-              "Risk estimate 0.5\nStandard error of risk estimate 0.0312\n");
+    std::string const regression = "Regression tree.\n";
+    std::string const classification = "Classification tree.\nNumber of target classes = ";
+    std::string const risk = "Risk estimate 0.5\nStandard error of risk estimate 0.0312\n";
+    EXPECT_EQ(Report(statistics), regression + risk);
     statistics.SetIsCls(true);
-    EXPECT_EQ(Report(statistics),
-              "Classification tree.\nNumber of target classes = 0\n"
-              "Risk estimate 0.5\nStandard error of risk estimate 0.0312\n");
+    EXPECT_EQ(Report(statistics), classification + "0\n" + risk);
     statistics.SetNumClasses(2);
     statistics.SetMisclassificationCount(0, 0, 40.0);
     statistics.SetMisclassificationCount(0, 1, 3.0);
-    statistics.SetMisclassificationCount(1, 0, 5.0);
     statistics.SetMisclassificationCount(1, 1, 52.26);
+    EXPECT_EQ(Report(statistics), classification + "2\n\n40  3  \n0  52.3  " + risk);
+    statistics.InitMatrix(1);
     EXPECT_EQ(Report(statistics),
-              "Classification tree.\nNumber of target classes = 2\n"
-              "\n40  3  \n5  52.3  "
-              "Risk estimate 0.5\nStandard error of risk estimate 0.0312\n");
-    statistics.InitMatrix(0);
-    EXPECT_EQ(Report(statistics),
-              "Classification tree.\nNumber of target classes = 2\n"
-              "\n-1.8e+308  -1.8e+308  \n-1.8e+308  -1.8e+308  "
-              "Risk estimate 0.5\nStandard error of risk estimate 0.0312\n");
+              classification + "2\n\n0  -1.8e+308  \n-1.8e+308  -1.8e+308  " + risk);
 }
 
-void ExpectHolds(TreeStatistics const& handle, TreeStatisticsIntf const* held) {
-    double const missing = systemMissingValue();
-    EXPECT_EQ(handle.IsCls(), held != nullptr && held->IsCls());
-    EXPECT_EQ(handle.GetNumClasses(), held != nullptr ? held->GetNumClasses() : 0);
-    EXPECT_EQ(handle.GetRisk(), held != nullptr ? held->GetRisk() : missing);
-    EXPECT_EQ(handle.GetStdError(), held != nullptr ? held->GetStdError() : missing);
-    EXPECT_EQ(handle.GetMisclassificationCount(0, 1),
-              held != nullptr ? held->GetMisclassificationCount(0, 1) : missing);
+auto Answers(TreeStatistics const& handle) {
+    return std::tuple(handle.IsCls(), handle.GetNumClasses(), handle.GetRisk(),
+                      handle.GetStdError(), handle.GetMisclassificationCount(0, 1));
 }
 
 TEST(TreeStatisticsTest, AHandleHoldsACloneOrNothing) {
-    TreeStatisticsImp const original(ClassificationRun(), 0.25, 0.125, NoValidation);
-    TreeStatisticsImp passing(ClassificationRun(), 0.25, 0.125, NoValidation);
+    double const missing = systemMissingValue();
+    std::tuple const nothing(false, 0, missing, missing, missing);
+    std::tuple const gathered(true, 3, 0.25, 0.125, 1.0);
+    TreeStatisticsImp statistics(ClassificationRun(), 0.25, 0.125, NoValidation);
     TreeStatistics const empty;
     TreeStatistics handle;
-    ExpectHolds(handle, nullptr);
-    handle = passing;
-    passing.SetNumClasses(0);
-    ExpectHolds(handle, &original);
+    EXPECT_EQ(Answers(handle), nothing);
+    handle = statistics;
+    statistics.SetNumClasses(0);
+    EXPECT_EQ(Answers(handle), gathered);
     TreeStatistics other;
     other = handle;
     handle = empty;
-    ExpectHolds(handle, nullptr);
+    EXPECT_EQ(Answers(handle), nothing);
     TreeStatistics const& self = other;
     other = self;
-    ExpectHolds(other, &original);
-    other = TreeStatisticsImp();
-    EXPECT_EQ(other.GetNumClasses(), 0);
+    EXPECT_EQ(Answers(other), gathered);
 }
 
 }  // namespace

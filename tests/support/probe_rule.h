@@ -14,33 +14,31 @@ namespace tree_800::test {
 /// counts its questions, and knows how many rules of its kind are alive.
 class ProbeRule : public SplitRuleImp {
 public:
-    explicit ProbeRule(std::vector<int> answers, int predictor = 0)
-        : SplitRuleImp(predictor), answers_(std::move(answers)) {
+    explicit ProbeRule(std::vector<int> table, int predictor = 0)
+        : SplitRuleImp(predictor), answers(std::move(table)) {
         ++alive;
     }
-    ProbeRule(ProbeRule const& other) : SplitRuleImp(other), answers_(other.answers_) { ++alive; }
+    ProbeRule(ProbeRule const& other) : SplitRuleImp(other), answers(other.answers) { ++alive; }
     ProbeRule& operator=(ProbeRule const&) = delete;
     ~ProbeRule() override { --alive; }
 
     // SplitRuleImp
     int GetNumChildren() const override {
-        return 1 + *std::max_element(answers_.begin(), answers_.end());
+        return 1 + *std::max_element(answers.begin(), answers.end());
     }
     ValueSet* GetMappedValues(int /*child*/) const override { return nullptr; }
     SplitRuleImp* Clone() const override { return new ProbeRule(*this); }
     SplitRuleImp* EmptyClone() const override { return new ProbeRule({-1}, GetPredictorIndex()); }
     int Classify(double value) const override {
         ++asked;
-        return answers_[static_cast<std::size_t>(value)];
+        return answers[static_cast<std::size_t>(value)];
     }
     bool IsOrdered() const override { return false; }
     bool AddMappedValues(ValueSet const& /*values*/) override { return false; }
 
     static inline int alive = 0;
     mutable int asked = 0;
-
-private:
-    std::vector<int> answers_;
+    std::vector<int> answers;
 };
 
 }  // namespace tree_800::test

@@ -12,7 +12,7 @@ namespace tree_800::test {
 /// variable TREE800_SEED repeats a run.
 class Random {
 public:
-    Random() : Random(Seed()) {}
+    Random() { std::cout << "TREE800_SEED=" << seed_ << '\n'; }
 
     /// A whole number from low to high, both included.
     int Between(int low, int high) {
@@ -21,17 +21,14 @@ public:
     bool OneIn(int n) { return Between(1, n) == 1; }
 
 private:
-    explicit Random(unsigned int seed) : engine_(seed) {
-        std::cout << "TREE800_SEED=" << seed << '\n';
-    }
-
     static unsigned int Seed() {
         char const* const seed = std::getenv("TREE800_SEED");
         return seed != nullptr ? static_cast<unsigned int>(std::stoul(seed))
                                : std::random_device()();
     }
 
-    std::mt19937 engine_;
+    unsigned int seed_ = Seed();
+    std::mt19937 engine_{seed_};
 };
 
 }  // namespace tree_800::test

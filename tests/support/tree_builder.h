@@ -16,6 +16,8 @@
 ///
 ///     auto root = Split(Cut(0, 3.5), Leaf(0, {8.0, 1.0}),
 ///                       Split(Codes(1, {1, 0}), Leaf(1), Leaf(0)));
+///
+/// A null rule or child leaves its slot empty.
 namespace tree_800::test {
 
 /// An ordered rule that sends values up to the cut to child 0 and those above to child 1.
@@ -52,39 +54,41 @@ inline std::unique_ptr<NodeImp> Leaf(int prediction, std::vector<double> const& 
     return leaf;
 }
 
-/// Replaces the node's primary split and competitors; a null leaves its slot empty.
+/// Gives a node without rules its primary split and competitors.
 template <typename... Rules>
 void SetCompetitors(NodeImp& node, std::unique_ptr<Rules>... rules) {
-    for (unsigned int pos = 0; pos < node.GetNumCompetitors(); ++pos) {
-        node.SetCompetitor(pos, nullptr);
-    }
     node.SetNumCompetitors(sizeof...(rules));
-    unsigned int next = 0;
-    (node.SetCompetitor(next++, rules.release()), ...);
+    unsigned int pos = 0;
+    (node.SetCompetitor(pos++, rules.release()), ...);
 }
 
-/// Gives the node its surrogates, as it has none; a null leaves its slot empty.
 template <typename... Rules>
 void SetSurrogates(NodeImp& node, std::unique_ptr<Rules>... rules) {
     node.SetNumSurrogates(sizeof...(rules));
-    unsigned int next = 0;
-    (node.SetSurrogate(next++, rules.release()), ...);
+    unsigned int pos = 0;
+    (node.SetSurrogate(pos++, rules.release()), ...);
 }
 
-/// Gives the node a child; a null leaves its slot empty.
 inline void SetChild(NodeImp& node, int pos, std::unique_ptr<NodeImp> child) {
     if (child != nullptr) {
         node.SetChild(static_cast<unsigned int>(pos), child.release());
     }
 }
 
-template <typename Rule, typename... Children>
-std::unique_ptr<NodeImp> Split(std::unique_ptr<Rule> primary, Children... children) {
+/// A node with these children and no rules.
+template <typename... Children>
+std::unique_ptr<NodeImp> Inner(Children... children) {
     auto node = std::make_unique<NodeImp>();
-    SetCompetitors(*node, std::move(primary));
     node->SetNumChildren(sizeof...(children));
     int pos = 0;
     (SetChild(*node, pos++, std::move(children)), ...);
+    return node;
+}
+
+template <typename Rule, typename... Children>
+std::unique_ptr<NodeImp> Split(std::unique_ptr<Rule> primary, Children... children) {
+    auto node = Inner(std::move(children)...);
+    SetCompetitors(*node, std::move(primary));
     return node;
 }
 
