@@ -31,21 +31,6 @@ void Configure(tree_800::CartSettings& settings, tree_800::ValidationType valida
     settings.GetValidationSpec()->Set(validation);
 }
 
-void PrintMatrix(tree_800::TreeStatistics const& statistics, cart::Variable const& target) {
-    std::cout << "  predicted      observed:";
-    for (std::string const& name : target.categories) {
-        std::cout << std::setw(11) << name;
-    }
-    for (int predicted = 0; predicted < statistics.GetNumClasses(); ++predicted) {
-        std::cout << "\n  " << std::left << std::setw(24)
-                  << target.categories[static_cast<std::size_t>(predicted)] << std::right;
-        for (int observed = 0; observed < statistics.GetNumClasses(); ++observed) {
-            std::cout << std::setw(11) << statistics.GetMisclassificationCount(predicted, observed);
-        }
-    }
-    std::cout << '\n';
-}
-
 void GrowAndPrint(cart::CartGrower& grower, std::string const& howJudged) {
     int numGrown = 0;
     while (grower.Step()) {
@@ -56,10 +41,11 @@ void GrowAndPrint(cart::CartGrower& grower, std::string const& howJudged) {
     examples::PrintOutline(std::cout, *grower.GetRoot(), grower.GetData());
     tree_800::TreeStatistics statistics;
     grower.GetStatistics(statistics);
-    std::cout << "\nRisk " << statistics.GetRisk() << ", standard error "
-              << statistics.GetStdError() << ": " << howJudged << '\n';
+    std::cout << "\nJudged by " << howJudged << '\n'
+              << tree_800::TreeStatisticsImp(grower, statistics.GetRisk(), statistics.GetStdError(),
+                                             grower.GetSettings()->GetValidationSpec()->GetType());
     if (grower.IsClassification()) {
-        PrintMatrix(statistics, grower.GetData().target);
+        std::cout << "Rows of the matrix: predicted; columns: observed, in alphabetical order.\n";
     }
 }
 
@@ -137,7 +123,7 @@ void ShowSpecies(std::string const& path) {
     tree_800::CCartSettingsImp settings(cart::MakeCoreSettings(data));
     Configure(settings, tree_800::TestSampleValidation);
     cart::CartGrower grower(data, settings);
-    GrowAndPrint(grower, "misclassified, of the penguins held out.");
+    GrowAndPrint(grower, "the penguins held out, every wrong species counting 1:");
     PrintMergedLeaves(grower);
     PrintChinstrapGains(grower);
     std::cout << "\nHow this tree places the penguins with a missing value: a surrogate stands in\n"
@@ -161,7 +147,7 @@ void ShowSpeciesUnderCosts(std::string const& path) {
                   << grower.GetWeighting().AlteredPrior(i);
     }
     std::cout << ".\n";
-    GrowAndPrint(grower, "expected cost, of the penguins held out.");
+    GrowAndPrint(grower, "the penguins held out, every wrong species at its cost:");
 }
 
 void ShowBodyMass(std::string const& path) {
@@ -169,9 +155,9 @@ void ShowBodyMass(std::string const& path) {
     tree_800::RCartSettingsImp settings(cart::MakeCoreSettings(data));
     Configure(settings, tree_800::CrossValidation);
     cart::CartGrower grower(data, settings);
-    GrowAndPrint(grower, "squared error, cross-validated in " +
+    GrowAndPrint(grower, "cross-validation in " +
                              std::to_string(settings.GetValidationSpec()->GetNumCVFolds()) +
-                             " folds.");
+                             " folds, by the squared error:");
 }
 
 }  // namespace

@@ -205,6 +205,7 @@ TEST(PriorsAndCosts, WeightTheSplitsThePruningAndTheRisk) {
 
     std::vector<Leaves> const hull = FindHull(grown);
     std::vector<Risk> risks;
+    risks.reserve(hull.size());
     for (Leaves const& leaves : hull) {
         risks.push_back(JudgeSubtree(grown, leaves, TestSample));
     }
@@ -330,6 +331,7 @@ TEST(GainsTable, CountsWhatTheRowsOfTheDataAmountTo) {
     EXPECT_NEAR(gains.GetValue(9, examples::HitsColumn), 55.0, 1e-9);
 
     std::vector<Node const*> leaves;
+    leaves.reserve(countsOfLeaf.size());
     for (auto const& entry : countsOfLeaf) {
         leaves.push_back(entry.first);
     }
