@@ -69,9 +69,7 @@ TEST(ArrayTest, ContentsAndCapacityOfArraysAndTheirCopies) {
         Ints inUse;
         int capacity;
     } const rows[] = {
-        {"growth starts from zeros", {}, [](Array& a) { a.SetAtGrow(4, 7); }, {0, 0, 0, 0, 7}, 5},
         {"growth is exact", {5, 6}, [](Array& a) { a.SetAtGrow(3, 7); }, {5, 6, 0, 7}, 4},
-        {"storing below the size", {5, 6, 7}, [](Array& a) { a.SetAtGrow(1, 1); }, {5, 1, 7}, 3},
         {"adding", {5, 2}, [](Array& a) { a.AddAtGrow(1, 3); }, {5, 5}, 2},
         {"storing its own element", {7}, [](Array& a) { a.SetAtGrow(1, a[0]); }, {7, 7}, 2},
         {"adding its own element", {7}, [](Array& a) { a.AddAtGrow(1, a[0]); }, {7, 7}, 2},
@@ -79,7 +77,6 @@ TEST(ArrayTest, ContentsAndCapacityOfArraysAndTheirCopies) {
         {"Resize downward", {5, 6, 7}, [](Array& a) { EXPECT_TRUE(a.Resize(1)); }, {5}, 3},
         {"Resize below 0", {7}, [](Array& a) { a.Resize(-1); }, {}, 1},
         {"Grow", {5, 6}, [](Array& a) { a.Grow(4); }, {5, 6}, 4},
-        {"Grow to less", {5, 6}, [](Array& a) { a.Grow(1); }, {5, 6}, 2},
         {"Clear", {5, 6}, [](Array& a) { a.Clear(); }, {}, 0},
     };
     for (auto const& row : rows) {
@@ -152,29 +149,20 @@ void ExpectMatrix(Matrix& matrix, int numRows, int rows, int cols, Ints const& c
 TEST(MatrixTest, CellsAndCapacitiesOfMatricesAndTheirCopies) {
     struct {
         char const* name;
-        void (*operation)(Matrix& m);  // on a matrix of 2 x 3 that holds 7 at (1, 2)
-        int numRows;
-        int rowCapacity;
-        int colCapacity;
+        void (*operation)(Matrix& m);  // on a matrix of 2 x 2 that holds 7 at (1, 1)
+        int numRows, rowCapacity, colCapacity;
         Ints cells;
     } const rows[] = {
-        {"inside", [](Matrix& m) { m.SetAtGrow(0, 0, 8); }, 2, 2, 3, {8, 0, 0, 0, 0, 7}},
-        {"columns", [](Matrix& m) { m.SetAtGrow(0, 3, 8); }, 2, 2, 4, {0, 0, 0, 8, 0, 0, 7, 0}},
-        {"rows", [](Matrix& m) { m.SetAtGrow(2, 0, 8); }, 3, 3, 3, {0, 0, 0, 0, 0, 7, 8, 0, 0}},
-        {"own",
-         [](Matrix& m) { m.SetAtGrow(2, 0, m.GetAt(1, 2)); },
-         3,
-         3,
-         3,
-         {0, 0, 0, 0, 0, 7, 7, 0, 0}},
-        {"Grow", [](Matrix& m) { m.Grow(3, -1); }, 2, 3, 3, {0, 0, 0, 0, 0, 7, 0, 0, 0}},
+        {"columns", [](Matrix& m) { m.SetAtGrow(0, 2, 8); }, 2, 2, 3, {0, 0, 8, 0, 7, 0}},
+        {"own", [](Matrix& m) { m.SetAtGrow(2, 0, m.GetAt(1, 1)); }, 3, 3, 2, {0, 0, 0, 7, 7, 0}},
+        {"Grow", [](Matrix& m) { m.Grow(3, -1); }, 2, 3, 2, {0, 0, 0, 7, 0, 0}},
         {"Clear", [](Matrix& m) { m.Clear(); }, 0, 0, 0, {}},
         {"Init", [](Matrix& m) { m.Clear(), m.Init(1, 2); }, 0, 1, 2, {0, 0}},
     };
     for (auto const& row : rows) {
         SCOPED_TRACE(row.name);
         Matrix matrix(true);
-        matrix.SetAtGrow(1, 2, 7);
+        matrix.SetAtGrow(1, 1, 7);
         row.operation(matrix);
         Matrix const& self = matrix;
         matrix = self;
@@ -213,16 +201,13 @@ TEST(ContainersTest, FailingChangesNothing) {
         {"Init", "false", [&] { return array.Init(1, false); }},
         {"Grow", "false", [&] { return array.Grow(3); }},
         {"Resize", "bad_alloc", [&] { return array.Resize(3); }},
-        {"store", "bad_alloc", [&] { return array.SetAtGrow(2, 8), true; }},
         {"store", "bad_alloc", [&] { return array.SetAtGrow(INT_MAX, 8), true; }, Always},
+        {"store", "bad_alloc", [&] { return array.SetAtGrow(2, 8), true; }},
         {"add", "bad_alloc", [&] { return array.AddAtGrow(INT_MAX, 8), true; }, Always},
         {"copy", "bad_alloc", [&] { return arrayCopy.emplace(array), true; }},
         {"assign", "bad_alloc", [&] { return array = larger, true; }},
-        {"matrix Init", "false", [&] { return matrix.Init(1, 1); }},
         {"matrix Init", "false", [&] { return matrix.Init(INT_MAX, INT_MAX); }, Always},
-        {"matrix Grow", "false", [&] { return matrix.Grow(3, 3); }},
         {"matrix Grow", "false", [&] { return matrix.Grow(INT_MAX, INT_MAX); }, Always},
-        {"matrix store", "bad_alloc", [&] { return matrix.SetAtGrow(1, 0, 8), true; }},
         {"row", "bad_alloc", [&] { return matrix.SetAtGrow(INT_MAX, 0, 8), true; }, Always},
         {"column", "bad_alloc", [&] { return matrix.SetAtGrow(0, INT_MAX, 8), true; }, Always},
         {"matrix copy", "bad_alloc", [&] { return matrixCopy.emplace(matrix), true; }},

@@ -12,6 +12,7 @@
 
 #include <functional>
 #include <utility>
+#include <vector>
 
 namespace tree_800 {
 namespace {
@@ -47,6 +48,8 @@ TEST(PreconditionDeathTest, ACheckedBuildAbortsOnCallerErrors) {
     RegInfoImp regInfo;
     PredictorImp predictor;
     OSplitRule incomplete(0.0, 0);
+    std::vector<int> const twice{1, 1};
+    std::vector<int> const same{0, 1};
     TreeStatisticsImp statistics;
     statistics.SetNumClasses(2);
     constexpr auto TwoBits = static_cast<RegInfoImp::StatisticStorageFlags>(3);
@@ -68,15 +71,9 @@ TEST(PreconditionDeathTest, ACheckedBuildAbortsOnCallerErrors) {
         {"predictor values from nowhere", [&] { predictor.SetValues(nullptr, 1); }},
         {"child slot", [&] { static_cast<void>(node->GetChildImp(2)); }},
         {"child slot for null", [&] { node->SetChild(0, nullptr); }},
-        {"not a permutation",
-         [&] {
-             node->ReorderSiblings({1, 1});
-         }},
+        {"not a permutation", [&] { node->ReorderSiblings(twice); }},
         {"predictor summary", [&] { node->SetPredictorRange(0, 1.0, 2.0); }},
-        {"incomplete rule",
-         [&] {
-             incomplete.ReorderMappings({0, 1});
-         }},
+        {"incomplete rule", [&] { incomplete.ReorderMappings(same); }},
         {"misclassification row", [&] { statistics.SetMisclassificationCount(2, 0, 7.0); }},
         {"misclassification column", [&] { statistics.SetMisclassificationCount(0, -1, 7.0); }},
     };

@@ -39,12 +39,7 @@ long numBlocks = 0;
 namespace tree_800 {
 namespace {
 
-using test::ChangeAll;
-using test::Kinds;
-using test::MakeCore;
-using test::MakeSettings;
-using test::Snapshot;
-using test::SnapshotOf;
+using namespace test;
 
 /// Runs the operation on fresh settings with its n-th allocation failing, for every n until it
 /// succeeds: what each class holds must be all old or all new, and nothing may leak.

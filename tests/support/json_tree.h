@@ -6,9 +6,29 @@
 #include <nlohmann/json.hpp>
 
 #include <algorithm>
+#include <fstream>
+#include <memory>
+#include <string>
+#include <vector>
 
-/// Rebuilds trees that another program grew and described as JSON.
+/// Trees of penguin species that another program grew and described as JSON, with the data and
+/// where that program says every row ends.
 namespace tree_800::test {
+
+inline nlohmann::json ReadReference(std::string const& name) {
+    return nlohmann::json::parse(std::ifstream(TREE800_TEST_DATA_DIR "/" + name + ".json"));
+}
+
+/// The observations one after the other; null is a missing value.
+inline std::vector<double> ReadRows(nlohmann::json const& rows) {
+    std::vector<double> values;
+    for (auto const& row : rows) {
+        for (auto const& value : row) {
+            values.push_back(value.is_null() ? systemMissingValue() : value.get<double>());
+        }
+    }
+    return values;
+}
 
 inline std::unique_ptr<SplitRuleImp> ReadRule(nlohmann::json const& json) {
     int const predictor = json.at("predictor");
@@ -27,36 +47,19 @@ inline std::unique_ptr<NodeImp> ReadNode(nlohmann::json const& nodes, unsigned i
     auto const& json =
         *std::find_if(nodes.begin(), nodes.end(), [id](auto const& n) { return n.at("id") == id; });
     auto node = Leaf(json.at("prediction"), json.at("counts"));
+    if (!json.at("leaf")) {
+        auto const& children = json.at("children");
+        auto const& surrogates = json.at("surrogates");
+        node = Split(ReadRule(json.at("competitors")[0]), ReadNode(nodes, children[0]),
+                     ReadNode(nodes, children[1]));
+        node->GetCompetitorImp(0)->SetDumbRule(json.at("majority"), 0.5);
+        node->SetNumSurrogates(static_cast<unsigned int>(surrogates.size()));
+        for (unsigned int pos = 0; pos < surrogates.size(); ++pos) {
+            node->SetSurrogate(pos, ReadRule(surrogates[pos]).release());
+        }
+    }
     node->SetId(id);
-    if (json.at("leaf")) {
-        return node;
-    }
-    auto const numRules = [&json](char const* list) {
-        return static_cast<unsigned int>(json.at(list).size());
-    };
-    node->SetNumCompetitors(numRules("competitors"));
-    for (unsigned int pos = 0; pos < numRules("competitors"); ++pos) {
-        node->SetCompetitor(pos, ReadRule(json.at("competitors")[pos]).release());
-    }
-    node->GetCompetitorImp(0)->SetDumbRule(json.at("majority"), 0.5);
-    node->SetNumSurrogates(numRules("surrogates"));
-    for (unsigned int pos = 0; pos < numRules("surrogates"); ++pos) {
-        node->SetSurrogate(pos, ReadRule(json.at("surrogates")[pos]).release());
-    }
-    node->SetNumChildren(2);
-    for (unsigned int pos = 0; pos < 2; ++pos) {
-        node->SetChild(pos, ReadNode(nodes, json.at("children")[pos]).release());
-    }
     return node;
-}
-
-/// One observation; null is a missing value.
-inline std::vector<double> ReadRow(nlohmann::json const& json) {
-    std::vector<double> row;
-    for (auto const& value : json) {
-        row.push_back(value.is_null() ? systemMissingValue() : value.get<double>());
-    }
-    return row;
 }
 
 }  // namespace tree_800::test

@@ -20,93 +20,83 @@ constexpr AlgorithmKind Kinds[] = {RegressionCart, ClassificationCart, Regressio
 /// "base", "cart", "ccart", "chaid", "cchaid" and "quest", as far as the kind has them.
 using Snapshot = std::map<std::string, std::string>;
 
-inline std::string Describe(VariableSettings const& variable) {
+template <typename... Values>
+std::string Line(Values const&... values) {
     std::ostringstream out;
-    out << variable.GetMeasurementLevel() << ' ' << variable.GetNumValues() << ' '
-        << variable.GetMissingValue() << ' ' << variable.GetValueMergeFlag() << '/';
+    ((out << ' ' << values), ...);
     return out.str();
+}
+
+inline std::string Describe(VariableSettings const& variable) {
+    return Line(variable.GetMeasurementLevel(), variable.GetNumValues(), variable.GetMissingValue(),
+                variable.GetValueMergeFlag());
 }
 
 inline std::string Describe(PruningSpec const& pruning) {
-    return std::to_string(pruning.GetSERuleFactor()) + (pruning.GetPickMinRiskTree() ? " min" : "");
+    return Line(pruning.GetSERuleFactor(), pruning.GetPickMinRiskTree());
 }
 
-inline std::string Describe(Priors const& priors) {
-    std::ostringstream out;
+inline std::string Describe(Priors const& priors, Cost const& cost) {
+    std::string line = Line("priors", priors.GetType(), priors.HasAlteredValues());
     auto const& vectors = dynamic_cast<PriorsImp const&>(priors);
-    out << " priors " << priors.GetType() << priors.HasAlteredValues();
-    for (auto const vector : {PriorsImp::GivenPriors, PriorsImp::AlteredPriors,
-                              PriorsImp::SecondPriors, PriorsImp::ThirdPriors}) {
-        for (int i = 0; i < priors.GetNumClasses(); ++i) {
-            out << ' ' << vectors.Get(i, vector);
-        }
+    for (int i = 0; i < priors.GetNumClasses(); ++i) {
+        line +=
+            Line(vectors.Get(i, PriorsImp::GivenPriors), vectors.Get(i, PriorsImp::AlteredPriors),
+                 vectors.Get(i, PriorsImp::SecondPriors), vectors.Get(i, PriorsImp::ThirdPriors));
     }
-    return out.str();
-}
-
-inline std::string Describe(Cost const& cost) {
-    std::ostringstream out;
-    out << " cost " << cost.GetType();
+    line += Line("cost", cost.GetType());
     for (int i = 0; i < cost.GetNumClasses(); ++i) {
         for (int j = 0; j < cost.GetNumClasses(); ++j) {
-            out << ' ' << cost.Get(i, j);
+            line += Line(cost.Get(i, j));
         }
     }
-    return out.str();
+    return line;
 }
 
 inline std::string DescribeBase(AlgSettings const& settings) {
-    std::ostringstream out;
     CoreSettings const& core = *settings.GetCoreSettings();
-    out << settings.GetMaxNumCompetitors() << ' ' << settings.GetMaxNominalPredCategories() << ' '
-        << core.HasFreqWeight() << core.HasCaseWeight() << ' ' << Describe(*core.GetTarget());
-    for (int i = 0; i < core.GetNumPredictors(); ++i) {
-        out << Describe(*core.GetPredictor(i));
-    }
     ValidationSpec const& validation = *settings.GetValidationSpec();
     StopRule const& stop = *settings.GetStopRule();
-    out << validation.GetType() << ' ' << validation.GetNumCVFolds() << ' '
-        << validation.GetRandomSeed() << ' ' << stop.GetMinImprovement() << ' '
-        << stop.GetMinNodeSize() << ' ' << stop.GetMinNodePercentSize() << ' '
-        << stop.GetMinChildSize() << ' ' << stop.GetMinChildPercentSize() << ' '
-        << stop.GetMaxTreeDepth();
-    return out.str();
+    std::string variables = Describe(*core.GetTarget());
+    for (int i = 0; i < core.GetNumPredictors(); ++i) {
+        variables += Describe(*core.GetPredictor(i));
+    }
+    return Line(settings.GetMaxNumCompetitors(), settings.GetMaxNominalPredCategories(),
+                core.HasFreqWeight(), core.HasCaseWeight(), validation.GetType(),
+                validation.GetNumCVFolds(), validation.GetRandomSeed(), stop.GetMinImprovement(),
+                stop.GetMinNodeSize(), stop.GetMinNodePercentSize(), stop.GetMinChildSize(),
+                stop.GetMinChildPercentSize(), stop.GetMaxTreeDepth()) +
+           variables;
 }
 
 inline Snapshot SnapshotOf(AlgSettings const& settings) {
     Snapshot snapshot{{"base", DescribeBase(settings)}};
-    std::ostringstream own;
     if (auto const* const cart = dynamic_cast<CartSettings const*>(&settings)) {
-        snapshot["cart"] =
-            Describe(*cart->GetPruningSpec()) + ' ' + std::to_string(cart->GetMaxNumSurrogates());
+        snapshot["cart"] = Describe(*cart->GetPruningSpec()) + Line(cart->GetMaxNumSurrogates());
     }
     if (auto const* const cart = dynamic_cast<CCartSettings const*>(&settings)) {
-        own << Describe(*cart->GetPriors()) << Describe(*cart->GetCost())
-            << cart->GetSplitCriteria();
-        snapshot["ccart"] = own.str();
+        snapshot["ccart"] =
+            Describe(*cart->GetPriors(), *cart->GetCost()) + Line(cart->GetSplitCriteria());
     }
     if (auto const* const chaid = dynamic_cast<ChaidSettings const*>(&settings)) {
-        std::ostringstream out;
-        out << chaid->GetAlphaOfSplitNode() << ' ' << chaid->GetAlphaOfMerge() << ' '
-            << chaid->GetAlphaOfMergeSplit() << ' ' << chaid->GetSplitMergeMethod()
-            << chaid->GetAllowSplitMerge() << chaid->GetUseBonferroniAdj();
-        snapshot["chaid"] = out.str();
+        snapshot["chaid"] = Line(chaid->GetAlphaOfSplitNode(), chaid->GetAlphaOfMerge(),
+                                 chaid->GetAlphaOfMergeSplit(), chaid->GetSplitMergeMethod(),
+                                 chaid->GetAllowSplitMerge(), chaid->GetUseBonferroniAdj());
     }
     if (auto const* const chaid = dynamic_cast<CChaidSettingsImp const*>(&settings)) {
         Scores const& scores = *chaid->GetScores();
-        own << chaid->GetConvergenceEpsilon() << ' ' << chaid->GetMaxNumIterations() << ' '
-            << chaid->GetChiSquareMethod() << Describe(*chaid->GetPriors())
-            << Describe(*chaid->GetCost()) << " scores " << scores.GetType();
+        snapshot["cchaid"] = Line(chaid->GetConvergenceEpsilon(), chaid->GetMaxNumIterations(),
+                                  chaid->GetChiSquareMethod(), "scores", scores.GetType());
         for (int i = 0; i < scores.GetNumClasses(); ++i) {
-            own << ' ' << scores.Get(i);
+            snapshot["cchaid"] += Line(scores.Get(i));
         }
-        snapshot["cchaid"] = own.str();
+        snapshot["cchaid"] += Describe(*chaid->GetPriors(), *chaid->GetCost());
     }
     if (auto const* const quest = dynamic_cast<QuestSettings const*>(&settings)) {
-        own << quest->GetAlphaOfVariableSelection() << ' ' << quest->GetMaxNumSurrogates() << ' '
-            << quest->GetMaxNumNomCatsSurr() << ' ' << Describe(*quest->GetPruningSpec())
-            << Describe(*quest->GetPriors()) << Describe(*quest->GetCost());
-        snapshot["quest"] = own.str();
+        snapshot["quest"] = Line(quest->GetAlphaOfVariableSelection(), quest->GetMaxNumSurrogates(),
+                                 quest->GetMaxNumNomCatsSurr()) +
+                            Describe(*quest->GetPruningSpec()) +
+                            Describe(*quest->GetPriors(), *quest->GetCost());
     }
     return snapshot;
 }
