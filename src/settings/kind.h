@@ -15,7 +15,7 @@ Settings const* AsKind(AlgSettings const& other, AlgorithmKind kind) {
 /// The same for a class that two kinds share.
 template <typename Settings>
 Settings const* AsKind(AlgSettings const& other, AlgorithmKind kind, AlgorithmKind orKind) {
-    Settings const* const settings = AsKind<Settings>(other, kind);
+    auto const* const settings = AsKind<Settings>(other, kind);
     return settings != nullptr ? settings : AsKind<Settings>(other, orKind);
 }
 

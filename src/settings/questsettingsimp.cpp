@@ -43,7 +43,7 @@ int QuestSettingsImp::GetType() const { return ClassificationQuest; }
 AlgSettings* QuestSettingsImp::Clone() const { return new QuestSettingsImp(*this); }
 
 void QuestSettingsImp::CopyFrom(AlgSettings const& other) {
-    AlgSettings::CopyFrom(other);
+    AlgSettings::CopyFrom(other);  // NOLINT(bugprone-parent-virtual-call): pure in QuestSettings
     if (auto const* const quest = AsKind<QuestSettingsImp>(other, ClassificationQuest)) {
         InitFrom(*quest);
     }
