@@ -21,7 +21,7 @@ long numBlocks = 0;
         allocationsLeft = 0;
         throw std::bad_alloc();
     }
-    void* const block = std::malloc(size);
+    void* const block = std::malloc(size);  // NOLINT(cppcoreguidelines-no-malloc)
     if (block == nullptr) {
         throw std::bad_alloc();
     }
@@ -30,7 +30,7 @@ long numBlocks = 0;
 }
 [[gnu::noinline]] void operator delete(void* block) noexcept {
     numBlocks -= block != nullptr ? 1 : 0;
-    std::free(block);
+    std::free(block);  // NOLINT(cppcoreguidelines-no-malloc)
 }
 [[gnu::noinline]] void operator delete(void* block, std::size_t /*size*/) noexcept {
     operator delete(block);

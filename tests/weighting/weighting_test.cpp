@@ -154,9 +154,9 @@ TEST(PriorsTest, AbsentVectorsFallBackAndEachIsStoredByItsOwnRule) {
     for (auto const vector :
          {PriorsImp::AlteredPriors, PriorsImp::SecondPriors, PriorsImp::ThirdPriors}) {
         EXPECT_EQ(priors.GetVector(vector, false), nullptr);
-        EXPECT_TRUE(priors.Set(1, 1.0 * vector, vector));
+        EXPECT_TRUE(priors.Set(1, static_cast<double>(vector), vector));
         EXPECT_EQ(priors.FindValidId(PriorsImp::ThirdPriors), vector);
-        EXPECT_EQ(priors.Get(1, vector), 1.0 * vector);
+        EXPECT_EQ(priors.Get(1, vector), static_cast<double>(vector));
         EXPECT_EQ(priors.GetVector(vector, false)->GetSize(), 2);
     }
     EXPECT_EQ(priors.FindValidId(PriorsImp::SecondPriors), PriorsImp::SecondPriors);
