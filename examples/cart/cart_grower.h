@@ -10,6 +10,7 @@
 
 #include <tree/cart_settings.h>
 #include <tree/tree_algorithm.h>
+#include <tree/validation_spec.h>
 
 #include <memory>
 #include <optional>

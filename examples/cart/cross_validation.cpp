@@ -3,6 +3,8 @@
 #include "cart/growth.h"
 #include "cart/pruning.h"
 
+#include <tree/validation_spec.h>
+
 #include <algorithm>
 #include <cmath>
 #include <limits>

@@ -4,6 +4,8 @@
 #include "cart/split_search.h"
 #include "cart/surrogates.h"
 
+#include <tree/stop_rule.h>
+
 #include <algorithm>
 #include <array>
 #include <cmath>

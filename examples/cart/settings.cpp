@@ -1,5 +1,9 @@
 #include "cart/settings.h"
 
+#include <tree/cost.h>
+#include <tree/priors.h>
+#include <tree/validation_spec.h>
+
 #include <stdexcept>
 
 namespace cart {

@@ -1,28 +1,29 @@
 #ifndef TREE800_ALG_SETTINGS_H
 #define TREE800_ALG_SETTINGS_H
 
-#include <tree/core_settings.h>
 #include <tree/export.h>
-#include <tree/stop_rule.h>
-#include <tree/validation_spec.h>
 
 #include <memory>
 
 namespace tree_800 {
 
+class CoreSettings;
+class StopRule;
+class ValidationSpec;
+
 /// The kinds of algorithm settings, as GetType answers them.
 enum AlgorithmKind : int {
-    RegressionCart = 0,
-    ClassificationCart = 1,
-    RegressionChaid = 2,
-    ClassificationChaid = 3,
-    ClassificationQuest = 4
+    RegressionCart = 0,       ///< RCartSettingsImp
+    ClassificationCart = 1,   ///< CCartSettings
+    RegressionChaid = 2,      ///< RChaidSettingsImp
+    ClassificationChaid = 3,  ///< CChaidSettings
+    ClassificationQuest = 4   ///< QuestSettings
 };
 
 /// What the settings of every algorithm share: the variables, validation, stop rule, and how many
 /// competitors and nominal categories to allow. Created by the caller from core settings, which it
-/// clones; it owns its parts, and what a setter or Init is given it clones. Distinct objects may be
-/// used by distinct threads.
+/// clones; it owns its parts, and what a setter or Init is given it clones. Any number of threads
+/// may read one object at a time; a change needs it alone.
 ///
 ///     CCartSettingsImp settings(core);
 ///     settings.GetStopRule()->SetMinNodeSize(20);
@@ -32,6 +33,7 @@ public:
     /// A clone of the core settings, 5 competitors (fewer where there are fewer predictors), 25
     /// nominal categories, default validation and stop rule.
     explicit AlgSettings(CoreSettings const& core);
+    /// A deep copy; a part that the other lacks after Clear becomes a default one.
     AlgSettings(AlgSettings const& other);
     AlgSettings& operator=(AlgSettings const&) = delete;
     virtual ~AlgSettings();
@@ -40,17 +42,21 @@ public:
     virtual int GetType() const = 0;
     /// A deep copy; the caller deletes it.
     [[nodiscard]] virtual AlgSettings* Clone() const = 0;
-    /// Most competitor splits kept at a node, 1 or more.
+    /// Most competitor splits kept at a node, 1 or more. Whether the primary split is one of them
+    /// is for the grower to document. The example grower counts it, as Node::GetNumCompetitors
+    /// does.
     virtual int GetMaxNumCompetitors() const;
     /// Most categories that a nominal predictor may have.
     virtual int GetMaxNominalPredCategories() const;
     /// The parts held; borrowed until the next Init, CopyFrom or Clear. The core settings cannot be
-    /// changed here: they are complete when the settings are made.
+    /// changed here: they are complete when the settings are made. @{
     virtual CoreSettings const* GetCoreSettings() const;
     virtual ValidationSpec* GetValidationSpec();
     virtual ValidationSpec const* GetValidationSpec() const;
     virtual StopRule* GetStopRule();
     virtual StopRule const* GetStopRule() const;
+    /// @}
+
     /// Takes over as much of the other settings as both kinds share; the other may be this object.
     /// The target's level is settled as Init describes. Where memory runs out in the
     /// middle, what each class of this object's kind holds is either all old or all new.

@@ -20,7 +20,7 @@
 ///
 /// No operation checks an index: i must lie in [0, capacity). Where memory runs out, Init and Grow
 /// answer false; every other operation throws std::bad_alloc. Either way the array is unchanged.
-/// Distinct arrays may be used by distinct threads.
+/// Any number of threads may read one const array at a time; a change needs it alone.
 ///
 ///     TArray<double> counts(true);
 ///     counts.SetAtGrow(2, 7.0);  // 0, 0, 7

@@ -7,8 +7,8 @@
 #include <vector>
 
 /// Generic array interfaces and their one implementation over a standard vector. None of them owns
-/// what pointer elements point to. i must lie in [0, GetNumElements()) everywhere. Distinct arrays
-/// may be used by distinct threads.
+/// what pointer elements point to. i must lie in [0, GetNumElements()) everywhere. Any number of
+/// threads may read one array at a time; a change needs it alone.
 ///
 ///     MCTree_800::ArrayRW<VariableSettings*> predictors;
 ///     predictors.Add(age);  // the array borrows age
@@ -19,7 +19,9 @@ template <typename T>
 class AArrayRO {
 public:
     virtual ~AArrayRO() = default;
+    /// One more than the last index.
     virtual int GetNumElements() const = 0;
+    /// Element i; borrowed until the array changes.
     virtual T const& operator[](int i) const = 0;
 };
 
@@ -33,6 +35,7 @@ public:
     virtual void Add(T const& value) = 0;
     /// Makes the array empty.
     virtual void Clear() = 0;
+    /// Element i, to be changed in place; borrowed until the array changes otherwise.
     virtual T& operator[](int i) = 0;
     /// Overwrites element i with a copy of the value.
     virtual void SetAt(int i, T& value) = 0;

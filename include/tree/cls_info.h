@@ -7,12 +7,13 @@
 namespace tree_800 {
 
 /// What a host reads of one classification node and sample. Classes are numbered from 0. Obtained
-/// from Node::GetClsInfo and owned by the node. Distinct objects may be used by distinct threads.
+/// from Node::GetClsInfo and owned by the node. Any number of threads may read one object at a
+/// time; a change needs it alone.
 class TREE800_EXPORT ClsInfo {
 public:
     virtual ~ClsInfo();
 
-    /// The predicted class.
+    /// The predicted class; for the test sample normally the training sample's.
     virtual int GetPrediction() const = 0;
     /// Weighted cases of class i, i in [0, GetNumClasses()).
     virtual double GetClassCount(int i) const = 0;
@@ -21,6 +22,7 @@ public:
     virtual double GetClassPercent(int i) const = 0;
     /// The grower's probability of class i; -1.0 when none is stored for i.
     virtual double GetClassProbability(int i) const = 0;
+    /// As many as the grower has set, 0 for none.
     virtual int GetNumClasses() const = 0;
 };
 
@@ -57,10 +59,11 @@ public:
     virtual double GetUnweightedCount() const;
     /// Weighted cases of the node: the sum of the class counts, in class order.
     virtual double GetCount() const;
-    /// Stored unchecked, as are the two below.
+    /// Stored unchecked. @{
     virtual void SetPrediction(int prediction);
     virtual void SetUnweightedCount(double count);
     virtual void SetPercentSize(double percent);
+    /// @}
 
     /// Exact comparison of every stored value; NaN equals nothing.
     bool operator==(ClsInfoImp const& other) const;

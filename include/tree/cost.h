@@ -15,7 +15,7 @@ enum CostType : int {
 /// Misclassification costs of a classification tree: a square matrix whose cell (i, j) is the
 /// cost, 0.0 or more, of predicting class i for a case of class j; 0.0 on the diagonal. A new or
 /// grown matrix holds default costs. Created by settings and callers; the settings that hold one
-/// delete it. Distinct objects may be used by distinct threads.
+/// delete it. Any number of threads may read one object at a time; a change needs it alone.
 ///
 ///     CostImp cost;
 ///     cost.Set(1, 0, 3.0);  // of predicting 1 where 0 is true; now 2 x 2
@@ -34,6 +34,7 @@ public:
     virtual double GetAt(int i, int j) const;
     /// Whether every cell off the diagonal is within 1e-12 of 1.0. The diagonal is not looked at.
     virtual bool IsDefault() const = 0;
+    /// How the costs were last set, whatever their values: UserCosts may still be IsDefault.
     virtual CostType GetType() const = 0;
     /// Accepts DefaultCosts alone, and only while the type is another: refills the matrix with
     /// default costs. False, with nothing changed, otherwise, so also when that is the type

@@ -3,8 +3,8 @@
 
 namespace MCTree_800 {
 
-/// A generic walk over borrowed objects. Implemented by the node iterators. Distinct iterators over
-/// distinct objects may be used by distinct threads.
+/// A generic walk over borrowed objects. Implemented by the node iterators. An iterator may be used
+/// by one thread at a time; any number of iterators may walk the same objects.
 template <typename T>
 class AIterator {
 public:

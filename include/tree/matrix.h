@@ -18,7 +18,8 @@
 ///
 /// No operation checks an index: (r, c) must lie in [0, row capacity) x [0, column capacity). Where
 /// memory runs out, Init and Grow answer false; every other operation throws std::bad_alloc. Either
-/// way the matrix is unchanged. Distinct matrices may be used by distinct threads.
+/// way the matrix is unchanged. Any number of threads may read one matrix at a time; a change needs
+/// it alone.
 ///
 ///     TMatrix<double> costs(true);
 ///     costs.SetAtGrow(1, 2, 3.0);  // 2 x 3, all 0 but the last cell

@@ -12,8 +12,8 @@ class SplitRule;
 
 /// A node of a finished tree, as a host reads it; observations are routed by NodeImp, the class of
 /// every grower's nodes (see NodeImp::DropObservationThroughTree). Obtained from a TreeAlgorithm or
-/// from another node; the tree owns its nodes. Reading does not change a node; a tree may be used
-/// by one thread at a time, distinct trees by distinct threads.
+/// from another node; the tree owns its nodes. Reading does not change a node; any number of
+/// threads may read one tree at a time; a change of any of its nodes needs the whole tree alone.
 ///
 ///     for (int i = 0; i < node->GetNumChildren(); ++i) {
 ///         Print(node->GetChild(static_cast<unsigned>(i)));
@@ -31,7 +31,8 @@ public:
 
     /// Number of rules at the node: the primary split, which routes, and the competitors.
     virtual unsigned int GetNumCompetitors() const = 0;
-    /// Position of the child that receives what no rule can place; -1 for none.
+    /// Position of the child that receives what no rule can place, as the grower set it on the
+    /// primary split by SplitRuleImp::SetDumbRule; -1 for none.
     virtual int GetBiggestChildPos() const = 0;
     /// A new handle holding a copy of the rule at the position, which the caller deletes; null when
     /// there is none. Position 0 is the primary split.
@@ -57,17 +58,20 @@ public:
     /// the root's size, a fraction 0 to 1, or the root's size itself when that is not above 0.
     virtual double GetPercentageNodeSize(DataSample sample) const = 0;
 
-    /// Predictor summaries. Each answers false, with nothing written, for an index outside
-    /// [0, GetNumPredictors()); see PredictorImp.
+    /// Number of predictor summaries; 0 where the grower made none.
     virtual unsigned int GetNumPredictors() const = 0;
+    /// The summary of one predictor; see PredictorImp for what is written. Each answers false, with
+    /// nothing written, for an index outside [0, GetNumPredictors()). No pointer may be null. @{
     virtual bool GetPredictorRange(int index, double* low, double* high) const = 0;
     virtual bool GetNumPredictorValues(int index, int* n) const = 0;
     virtual bool GetPredictorValues(int index, double* out, int n) const = 0;
     virtual bool GetPredictorMissingValueFlag(int index, bool* hasMissing) const = 0;
+    /// @}
 
-    /// The node's information for the sample, or null; borrowed.
+    /// The node's information for the sample, or null; borrowed. @{
     virtual ClsInfo* GetClsInfo(DataSample sample) const = 0;
     virtual RegInfo* GetRegInfo(DataSample sample) const = 0;
+    /// @}
 };
 
 }  // namespace tree_800

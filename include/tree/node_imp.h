@@ -1,6 +1,8 @@
 #ifndef TREE800_NODE_IMP_H
 #define TREE800_NODE_IMP_H
 
+#include <tree/export.h>
+#include <tree/inline_vector.h>
 #include <tree/node.h>
 #include <tree/predictor.h>
 
@@ -18,11 +20,12 @@ class SplitRuleImp;
 ///
 /// A pointer given to a setter belongs to the node from then on. The setters that size a list
 /// (SetNumChildren, SetNumCompetitors, SetNumSurrogates) forget what the list held WITHOUT deleting
-/// it: call RemoveChildren first, which deletes the surrogates too, and set each competitor to
-/// null.
+/// it. To make a node a leaf again, as pruning does, call RemoveChildren, which deletes the
+/// surrogates too, set each competitor to null, and call SetNumCompetitors(0).
 ///
-/// No operation recurses over the depth of the tree. A tree may be used by one thread at a time,
-/// distinct trees by distinct threads.
+/// No operation recurses over the depth of the tree. Any number of threads may read one tree and
+/// route through it at a time, as long as every rule of a caller's own kind allows it; a change of
+/// any of its nodes needs the whole tree alone.
 ///
 ///     auto root = std::make_unique<NodeImp>();
 ///     root->SetNumCompetitors(1);
@@ -81,6 +84,8 @@ public:
     /// route its cases before it makes them. Allocates nothing.
     virtual int Classify(double const* obs) const;
 
+    /// The kind of information that the assignment and the sizes are read from; true for a new
+    /// node, then as the latest SetClsInfo, SetRegInfo or SetClassificationNode says.
     virtual bool IsClassificationNode() const;
 
     /// Routes the observation from here. Without a stop node: the node at which the walk ends, a
@@ -91,8 +96,10 @@ public:
 
     /// Compares two subtrees in this order: children, parents (only when this node has one),
     /// primary split and competitors, surrogates, id, classification flag, information, predictor
-    /// summaries. Rules compare by SplitRuleImp's operator==, information only where THIS node has
-    /// it, so that a == b and b == a may differ. Parents take part: nodes are equal only if the
+    /// summaries. Rules compare by SplitRuleImp's operator==, which ignores their mappings: trees
+    /// that split at different values can be equal, and SplitRuleImp::Compare, rule by rule, tells
+    /// them apart. Information is compared only where THIS node has it, so that a == b and b == a
+    /// may differ. Parents take part: nodes are equal only if the
     /// trees around them are. A pair already under comparison counts as equal. A root equals its
     /// clone, unless it holds a NaN, which equals nothing, or what a copy leaves out.
     bool operator==(NodeImp const& other) const;
@@ -107,9 +114,10 @@ public:
     /// child a non-null NodeImp in no other slot; a child present is forgotten, not deleted.
     void SetChild(unsigned int pos, Node* child);
     /// Writes the child at the position, which may be null, to *out; false, *out untouched, when
-    /// pos is outside [0, GetNumChildren()). Borrowed.
+    /// pos is outside [0, GetNumChildren()). Borrowed. @{
     bool Child(int pos, NodeImp const** out) const;
     bool Child(int pos, NodeImp** out);
+    /// @}
     /// The child at pos, pos below GetNumChildren(); borrowed, may be null.
     NodeImp* GetChildImp(unsigned int pos) const;
     /// Deletes the child and closes the gap; nothing happens outside [0, GetNumChildren()). Rules
@@ -119,46 +127,53 @@ public:
     /// match; competitors are not renumbered. newPos must be a permutation of the positions.
     void ReorderSiblings(std::vector<int> const& newPos);
 
-    /// Makes n empty slots. Rules present are forgotten, not deleted.
+    /// Makes n empty slots. Rules present are forgotten, not deleted. @{
     void SetNumCompetitors(unsigned int n);
     void SetNumSurrogates(unsigned int n);
+    /// @}
     /// Deletes the rule at pos and takes ownership of the new one, which may be null. pos must be
-    /// below the number of slots.
+    /// below the number of slots. @{
     void SetCompetitor(unsigned int pos, SplitRuleImp* rule);
     void SetSurrogate(unsigned int pos, SplitRuleImp* rule);
-    /// The rule itself, pos below the number of slots; borrowed, may be null.
+    /// @}
+    /// The rule itself, pos below the number of slots; borrowed, may be null. @{
     SplitRuleImp* GetCompetitorImp(unsigned int pos) const;
     SplitRuleImp* GetSurrogateImp(unsigned int pos) const;
+    /// @}
     /// The first position among primary split and competitors whose rule is on the predictor; -1
     /// for none.
     int FindCompetitorPos(int predictorIndex) const;
 
     /// Replaces the sample's information, taking ownership of info, which may be null, and deletes
     /// the information of the other kind for both samples. The classification flag follows, also
-    /// when info is null.
+    /// when info is null. @{
     void SetClsInfo(ClsInfo* info, DataSample sample);
     void SetRegInfo(RegInfo* info, DataSample sample);
+    /// @}
     /// The information as the class that growers fill; null when there is none or it is of a
-    /// caller's own kind. Borrowed.
+    /// caller's own kind. Borrowed. @{
     ClsInfoImp* GetClsInfoImp(DataSample sample) const;
     RegInfoImp* GetRegInfoImp(DataSample sample) const;
+    /// @}
     /// Sets the flag alone; the information stays.
     void SetClassificationNode(bool isClassification);
 
+    /// Any number: routing does not read it, comparison does.
     void SetId(unsigned int id);
 
-    /// Keeps the first n summaries and fills up with new ones. Call it before the setters below,
-    /// whose index must be in [0, GetNumPredictors()).
+    /// Keeps the first n summaries and fills up with new ones.
     void SetNumPredictors(unsigned int n);
+    /// Sets the summary of one predictor as PredictorImp does; index in [0, GetNumPredictors()). @{
     void SetPredictorRange(int index, double low, double high);
     void SetNumPredictorValues(int index, int n);
     void SetPredictorValues(int index, double const* in, int n);
     void SetPredictorMissingValueFlag(int index, bool hasMissing);
+    /// @}
 
 private:
-    using Children = std::vector<std::unique_ptr<NodeImp>>;
-    using Rules = std::vector<std::unique_ptr<SplitRuleImp>>;
+    using Children = InlineVector<std::unique_ptr<NodeImp>, 2>;
 
+    int ClassifyByRules(double const* obs) const;
     static void DeleteSubtree(std::unique_ptr<NodeImp> root) noexcept;
     void ReleaseInformationAndRules() noexcept;
     void CopyAllButChildren(NodeImp const& other);
@@ -168,8 +183,8 @@ private:
 
     Children children_;
     NodeImp* parent_ = nullptr;
-    Rules competitors_;
-    Rules surrogates_;
+    InlineVector<std::unique_ptr<SplitRuleImp>, 1> competitors_;
+    std::vector<std::unique_ptr<SplitRuleImp>> surrogates_;
     unsigned int id_ = 0;
     bool isClassification_ = true;
     std::unique_ptr<RegInfo> regInfo_[2];  // training, test

@@ -3,9 +3,10 @@
 
 #include <tree/export.h>
 #include <tree/iterator.h>
-#include <tree/node.h>
 
 namespace tree_800 {
+
+class Node;
 
 /// A walk over the nodes of a subtree.
 class TREE800_EXPORT NodeIterator : public MCTree_800::AIterator<Node> {
@@ -15,8 +16,8 @@ public:
 
 /// Walks a subtree in pre-order: a node before its children, children in position order. Reads the
 /// tree through Node alone, borrows every node and allocates nothing. The subtree must stay
-/// unchanged during the walk. Distinct iterators over distinct trees may be used by distinct
-/// threads.
+/// unchanged during the walk. An iterator may be used by one thread at a time; any number of
+/// iterators may walk one tree.
 ///
 ///     PrefixNodeIterator walk(root);
 ///     while (Node const* node = walk.Next()) {

@@ -12,7 +12,8 @@ namespace tree_800 {
 /// The split rule of a nominal predictor: a table from category code (0, 1, 2, ...) to child
 /// position. A value that is a whole number inside the table goes to its code's child; every other
 /// value (a fraction, NaN, a negative or unknown code, a code without a child) goes to the
-/// missing-value child, -1 until set.
+/// missing-value child, -1 until set. Unlike OSplitRule it knows no missing value: leave that code
+/// unmapped, or outside the table as the system-missing value is.
 ///
 ///     NSplitRule rule(4, 3);
 ///     rule.SetCatMapping(0, 1);
@@ -21,6 +22,7 @@ class TREE800_EXPORT NSplitRule : public SplitRuleImp {
 public:
     /// A rule with numCategories unmapped codes; 0 or less gives an empty table.
     NSplitRule(int predictorIndex, int numCategories);
+    /// A deep copy.
     NSplitRule(NSplitRule const& other);
     ~NSplitRule() override;
 
@@ -48,6 +50,8 @@ public:
     void SetCatMapping(int code, int child);
     /// The child of the code; -1 when it has none or lies outside the table.
     int GetCatMapping(int code) const;
+    /// Number of codes in the table, with and without a child.
+    int GetNumCodes() const noexcept { return childOfCode_.GetSize(); }
 
 private:
     TArray<int> childOfCode_;

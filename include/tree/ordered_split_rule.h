@@ -2,8 +2,10 @@
 #define TREE800_ORDERED_SPLIT_RULE_H
 
 #include <tree/export.h>
+#include <tree/inline_vector.h>
 #include <tree/split_rule_imp.h>
 
+#include <cstddef>
 #include <vector>
 
 namespace tree_800 {
@@ -34,6 +36,7 @@ public:
     OSplitRule(double missingValue, int predictorIndex);
     /// The same, with the missing value of the variable.
     OSplitRule(VariableSettings const& settings, int predictorIndex);
+    /// A deep copy.
     OSplitRule(OSplitRule const& other);
     ~OSplitRule() override;
 
@@ -78,13 +81,25 @@ public:
     /// False only for a valid binary rule whose upper child is 0.
     bool IsStandard() const;
     /// In a valid binary rule, sends the values up to the cut to child 0 and those above to 1, or
-    /// the other way round; no effect on other rules.
+    /// the other way round; no effect on other rules. @{
     void SetStandard();
     void SetReverse();
+    /// @}
 
     /// The cut point with exactly this value, or null; borrowed until the next operation on the
     /// rule that is not const.
     OSplitRuleItem* IsPresent(double value);
+
+    /// The cut points in ascending order, i in [0, GetNumCutPoints()); borrowed until the next
+    /// operation on the rule that is not const. @{
+    int GetNumCutPoints() const noexcept { return static_cast<int>(cutPoints_.size()); }
+    OSplitRuleItem const& GetCutPointItem(int i) const {
+        return cutPoints_[static_cast<std::size_t>(i)];
+    }
+    /// @}
+
+    /// The child of the values above the last cut point; -1 while unassigned.
+    int GetUpperChild() const noexcept { return upperChild_; }
 
     /// The predictor value that counts as missing for this rule.
     double GetMissingValue() const noexcept { return missingValue_; }
@@ -102,7 +117,7 @@ public:
     bool IsValidInterval(OValueSet const& interval) const;
 
 private:
-    std::vector<OSplitRuleItem> cutPoints_;
+    InlineVector<OSplitRuleItem, 1> cutPoints_;
     int upperChild_ = -1;
     double missingValue_;
 };

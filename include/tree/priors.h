@@ -20,7 +20,8 @@ enum PriorType : int {
 
 /// Prior probabilities of the target classes, and on request the same altered by misclassification
 /// costs. Values are 0.0 or more and need not sum to 1. Created by settings and callers; the
-/// settings that hold them delete them. Distinct objects may be used by distinct threads.
+/// settings that hold them delete them. Any number of threads may read one object at a time; a
+/// change needs it alone.
 ///
 ///     PriorsImp priors;
 ///     priors.Set(0, 0.5);
@@ -32,6 +33,7 @@ public:
     /// A deep copy; the caller deletes it.
     [[nodiscard]] virtual Priors* Clone() const = 0;
 
+    /// UserPriors as soon as one prior has been set.
     virtual PriorType GetType() const = 0;
     /// Whether the priors are to be altered by costs; not whether they have been.
     virtual bool HasAlteredValues() const = 0;
@@ -84,9 +86,10 @@ public:
     /// The nearest vector present at or below the given one, which must be one of the four.
     PriorVector FindValidId(PriorVector vector) const;
     /// The vector, or null when it is absent; with fallback the one that FindValidId finds.
-    /// Borrowed until the vector is next replaced.
+    /// Borrowed until the vector is next replaced. @{
     TArray<double>* GetVector(PriorVector vector, bool fallback);
     TArray<double> const* GetVector(PriorVector vector, bool fallback) const;
+    /// @}
     /// Element i of the vector or its fallback; 0.0 when i is out of range.
     double Get(int i, PriorVector vector) const;
     /// The first element of the vector or its fallback; null while it has no storage. Borrowed.

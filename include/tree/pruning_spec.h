@@ -8,7 +8,7 @@ namespace tree_800 {
 /// How a grown tree is pruned: back to the smallest subtree whose risk is within a number of
 /// standard errors of the smallest risk (Breiman, Friedman, Olshen and Stone 1984, section 3.4.3),
 /// or to the subtree of minimum risk itself. Created by the caller, cloned by the settings that
-/// hold it. Distinct objects may be used by distinct threads.
+/// hold it. Any number of threads may read one object at a time; a change needs it alone.
 ///
 ///     PruningSpecImp pruning;
 ///     pruning.SetSERuleFactor(0.5);
@@ -24,6 +24,7 @@ public:
     /// Number of standard errors.
     virtual double GetSERuleFactor() const = 0;
 
+    /// The factor stays, and applies again after false.
     virtual void SetPickMinRiskTree(bool pick) = 0;
     /// A negative factor or NaN is ignored: the old one stays.
     virtual void SetSERuleFactor(double factor) = 0;

@@ -8,27 +8,32 @@
 namespace tree_800 {
 
 /// What a host reads of one regression node and sample. Obtained from Node::GetRegInfo and owned by
-/// the node. Distinct objects may be used by distinct threads.
+/// the node. Any number of threads may read one object at a time; a change needs it alone.
 class TREE800_EXPORT RegInfo {
 public:
     virtual ~RegInfo() = 0;
 
-    /// Mean, smallest and largest target value. Until the grower sets them the minimum is
-    /// positive and the maximum negative infinity.
+    /// Mean of the target over the weighted cases; 0.0 until the grower sets it.
     virtual double GetMean() const = 0;
+    /// Smallest target value; positive infinity until the grower sets it.
     virtual double GetMinimum() const = 0;
+    /// Largest target value; negative infinity until the grower sets it.
     virtual double GetMaximum() const = 0;
     /// Standard deviation of the target; 0.0 when none is stored.
     virtual double GetStdDev() const = 0;
-    /// The predicted value; the mean when none is stored.
+    /// The predicted value; the mean when none is stored. For the test sample a grower normally
+    /// stores the training sample's, which is what the node predicts.
     virtual double GetPrediction() const = 0;
 
-    /// Histogram of the target: GetNumBins() slices of equal width from minimum to maximum. A size
-    /// is in weighted cases; i in [0, GetNumBins()).
+    /// The histogram of the target is made of this many slices of equal width from minimum to
+    /// maximum; 0 for none.
     virtual int GetNumBins() const = 0;
+    /// Weighted cases in slice i, i in [0, GetNumBins()).
     virtual double GetBinSize(int i) const = 0;
+    /// Target values between which slice i lies, i in [0, GetNumBins()). @{
     virtual double GetBinLeftEndPoint(int i) const = 0;
     virtual double GetBinRightEndPoint(int i) const = 0;
+    /// @}
 };
 
 /// The regression information of a node, filled by a grower and handed to NodeImp::SetRegInfo,
@@ -49,9 +54,10 @@ public:
 
     /// A cleared object; see Clear.
     RegInfoImp();
-    /// Copies as CopyData does.
+    /// Copies as CopyData does. @{
     RegInfoImp(RegInfoImp const& other);
     RegInfoImp& operator=(RegInfoImp const& other);
+    /// @}
     ~RegInfoImp() override;
 
     // RegInfo
@@ -69,6 +75,7 @@ public:
     virtual double GetCount() const;
     /// Number of cases, each counted once; the weighted count when none is stored.
     virtual double GetUnweightedCount() const;
+    /// Stored unchecked.
     virtual void SetCount(double count);
 
     /// Takes over everything the other holds. The copy always stores a standard deviation, 0.0 when
@@ -82,11 +89,14 @@ public:
     /// Count and mean 0.0, minimum positive and maximum negative infinity, no bins, nothing stored.
     void Clear();
 
+    /// Stored unchecked. @{
     void SetMean(double mean);
     void SetMinimum(double minimum);
     void SetMaximum(double maximum);
+    /// @}
     /// Keeps the first n bins and fills up with 0.0; below 0 counts as 0.
     void SetNumBins(int n);
+    /// i in [0, GetNumBins()); the size is stored unchecked.
     void SetBinSize(int i, double size);
 
     /// Index of a stored statistic among the stored ones, in ascending order of bits; -1 when it is

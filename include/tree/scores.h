@@ -14,8 +14,8 @@ enum ScoreType : int {
 };
 
 /// One number for each class of an ordinal target, any number at all. Created by settings and
-/// callers; the settings that hold them delete them. Distinct objects may be used by distinct
-/// threads.
+/// callers; the settings that hold them delete them. Any number of threads may read one object at a
+/// time; a change needs it alone.
 ///
 ///     ScoresImp scores;
 ///     scores.Set(2, 7.5);  // 0, 0, 7.5
@@ -28,6 +28,7 @@ public:
 
     /// Number of scores held.
     virtual int GetNumClasses() const = 0;
+    /// UserScores as soon as one score has been set.
     virtual ScoreType GetType() const = 0;
     /// The score of class i; the system-missing value outside [0, GetNumClasses()).
     virtual double Get(int i) const = 0;

@@ -13,8 +13,8 @@ class ValueSet;
 class VariableSettings;
 
 /// The handle through which a host sees a split rule. It owns a rule of its own, a clone of the
-/// node's, so neither changing nor deleting it touches the tree. Copies are deep. Distinct handles
-/// may be used by distinct threads.
+/// node's, so neither changing nor deleting it touches the tree. Copies are deep. Any number of
+/// threads may read one handle at a time; a change needs it alone.
 ///
 /// A handle is empty only where a rule of a caller's own kind answered null to Clone; an empty
 /// handle answers 0, null or false, and the operations marked "needs a rule" must not be called.
@@ -29,26 +29,29 @@ public:
     SplitRule(VariableSettings const& settings, int predictorIndex);
     /// Holds a clone of the rule.
     SplitRule(SplitRuleImp const& rule);
+    /// Holds a clone of what the other holds. @{
     SplitRule(SplitRule const& other);
     SplitRule& operator=(SplitRule const& other);
+    /// @}
     virtual ~SplitRule();
 
     /// The held rule, or null; borrowed until the handle is assigned to or destroyed.
     operator SplitRuleImp const*() const noexcept { return rule_.get(); }
 
     /// The held rule's answers; see SplitRuleImp. What GetMappedValues answers the caller deletes.
-    /// An empty handle answers 0, not -1, to GetMissingValueMapping.
+    /// An empty handle answers 0, not -1, to GetMissingValueMapping. @{
     int GetNumChildren() const;
     [[nodiscard]] ValueSet* GetMappedValues(int child) const;
     int GetMissingValueMapping() const;
     bool GetStatistic(StatisticFlag flag, double* out) const;
     bool HasStatistic(StatisticFlag flag) const;
     bool HasProperty(SplitRulePropertyFlag flag) const;
+    /// @}
 
-    /// Needs a rule.
+    /// Needs a rule, which alone changes: the node's stays as it is. @{
     bool AddMappedValues(ValueSet const& values);
-    /// Needs a rule.
     void AddMissingValueMapping(bool newChild);
+    /// @}
     /// Needs a rule.
     int GetPredictorIndex() const;
 

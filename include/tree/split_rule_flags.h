@@ -12,22 +12,25 @@ enum SplitRulePropertyFlag : int {
 };
 
 /// The statistics that a grower may attach to a split rule, as bits. Four have a slot for a value;
-/// the others can only be marked as present. What each means is the grower's to document.
+/// the others can only be marked as present. What each means is the grower's to document, so that a
+/// host must ask its grower; name the slots in use by constants, as examples/cart/rules.h does.
 enum StatisticFlag : int {
-    StatisticSlot0 = 1,
-    StatisticSlot1 = 2,
-    StatisticSlot2 = 4,
-    StatisticSlot3 = 8,
-    StatisticUnstored16 = 16,
-    StatisticUnstored32 = 32,
-    StatisticUnstored64 = 64
+    StatisticSlot0 = 1,        ///< the first slot
+    StatisticSlot1 = 2,        ///< the second slot
+    StatisticSlot2 = 4,        ///< the third slot
+    StatisticSlot3 = 8,        ///< the fourth slot
+    StatisticUnstored16 = 16,  ///< no slot
+    StatisticUnstored32 = 32,  ///< no slot
+    StatisticUnstored64 = 64   ///< no slot
 };
 
+/// The bits of both.
 constexpr SplitRulePropertyFlag operator|(SplitRulePropertyFlag a,
                                           SplitRulePropertyFlag b) noexcept {
     return static_cast<SplitRulePropertyFlag>(static_cast<int>(a) | static_cast<int>(b));
 }
 
+/// The bits of both.
 constexpr StatisticFlag operator|(StatisticFlag a, StatisticFlag b) noexcept {
     return static_cast<StatisticFlag>(static_cast<int>(a) | static_cast<int>(b));
 }

@@ -18,8 +18,8 @@ class ValueSet;
 /// the predictor index, up to four statistics, property bits, the child that receives missing
 /// values, and the dumb child, where the node sends what no rule can place.
 ///
-/// Created by a grower and handed to a node, which deletes it. Distinct rules may be used by
-/// distinct threads.
+/// Created by a grower and handed to a node, which deletes it. Any number of threads may read one
+/// rule at a time; a change needs it alone.
 ///
 ///     auto rule = std::make_unique<OSplitRule>(systemMissingValue(), 3);
 ///     rule->SetCutPoint(206.5);   // child 0 up to 206.5, child 1 above
@@ -68,6 +68,7 @@ public:
     /// Sends a set of values to a child; false, with the rule unchanged, when it cannot.
     virtual bool AddMappedValues(ValueSet const& values) = 0;
 
+    /// The index in an observation of the value that the rule asks for.
     int GetPredictorIndex() const noexcept { return predictorIndex_; }
 
     /// Whether any bit of the flag is set.
@@ -98,10 +99,13 @@ public:
     /// The child that receives missing values; -1 for none.
     int GetMissingValueMapping() const noexcept { return missingValueMapping_; }
 
-    /// Stores the child for observations that no rule places, normally the biggest, and its
-    /// probability; both unchecked.
+    /// Stores the child for observations that no rule places, normally the biggest, and the share
+    /// of the node's cases in it, normally of those that this rule places; both unchecked. Of a
+    /// node's rules the primary split's alone is read.
     void SetDumbRule(int pos, double prob) noexcept;
+    /// The child for what no rule places; -1 for none.
     int GetDumbChildPos() const noexcept { return dumbChildPos_; }
+    /// The share stored with it, 0 to 1; -1.0 while none is stored.
     double GetDumbChildProb() const noexcept { return dumbChildProb_; }
 
     /// Compares the fields of the base exactly (NaN equals nothing). Cut points, category mappings
@@ -110,8 +114,10 @@ public:
     bool operator==(SplitRuleImp const& other) const noexcept;
 
 protected:
+    /// For Clone of a concrete rule; also the predictor is copied. @{
     SplitRuleImp(SplitRuleImp const&) = default;
     SplitRuleImp& operator=(SplitRuleImp const&) = default;
+    /// @}
 
     /// newPos[child], for a child that newPos covers.
     static int NewPosition(std::vector<int> const& newPos, int child);

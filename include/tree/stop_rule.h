@@ -7,7 +7,7 @@ namespace tree_800 {
 
 /// When a node is not split further. Created by the caller, cloned by the settings that hold it.
 /// How an algorithm reads a maximum depth of 0 and percent sizes of 0.0 is for it to document.
-/// Distinct objects may be used by distinct threads.
+/// Any number of threads may read one object at a time; a change needs it alone.
 ///
 ///     StopRuleImp rule;
 ///     rule.SetMinNodeSize(20);
@@ -21,22 +21,27 @@ public:
 
     /// Smallest improvement of the split criterion for which a node is split.
     virtual double GetMinImprovement() const = 0;
-    /// Smallest number of cases in a node that may be split, and the same in percent of the sample.
+    /// Smallest number of cases in a node that may be split.
     virtual int GetMinNodeSize() const = 0;
+    /// The same in percent of the sample, 0 to 100.
     virtual double GetMinNodePercentSize() const = 0;
-    /// Smallest number of cases in a child, and the same in percent of the sample.
+    /// Smallest number of cases in a child.
     virtual int GetMinChildSize() const = 0;
+    /// The same in percent of the sample, 0 to 100.
     virtual double GetMinChildPercentSize() const = 0;
-    /// Deepest level to grow to.
+    /// Deepest level to grow to. What level the root has is for the algorithm to document; to the
+    /// example growers it is 0, and a node at this level is not split.
     virtual int GetMaxTreeDepth() const = 0;
 
     /// Any value is stored.
     virtual void SetMinImprovement(double improvement) = 0;
     /// A negative size is ignored, a percentage outside [0, 100] or NaN too: the old value stays.
+    /// @{
     virtual void SetMinNodeSize(int cases) = 0;
     virtual void SetMinNodePercentSize(double percent) = 0;
     virtual void SetMinChildSize(int cases) = 0;
     virtual void SetMinChildPercentSize(double percent) = 0;
+    /// @}
     /// Any value is stored.
     virtual void SetMaxTreeDepth(int depth) = 0;
 };

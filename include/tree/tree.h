@@ -16,6 +16,7 @@
 #include <tree/gains.h>
 #include <tree/gains_settings.h>
 #include <tree/host.h>
+#include <tree/inline_vector.h>
 #include <tree/iterator.h>
 #include <tree/matrix.h>
 #include <tree/node.h>
@@ -35,6 +36,7 @@
 #include <tree/split_rule_imp.h>
 #include <tree/stop_rule.h>
 #include <tree/tree_algorithm.h>
+#include <tree/tree_router.h>
 #include <tree/tree_statistics.h>
 #include <tree/validation_spec.h>
 #include <tree/value_set.h>

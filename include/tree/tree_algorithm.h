@@ -22,8 +22,8 @@ public:
     /// The root of the grown tree, or null when there is none; borrowed until the algorithm is run,
     /// reset or destroyed.
     virtual Node const* GetRoot() const = 0;
-    /// Hands the tree over: the caller deletes it, and the algorithm has none afterwards. Null when
-    /// there is none.
+    /// Hands the tree over: the caller deletes it, and the algorithm has none until it is reset and
+    /// run again. Ends a run that is not complete. Null when there is none.
     [[nodiscard]] virtual Node* ReleaseRoot() = 0;
     /// True for a classification tree, false for a regression tree.
     virtual bool IsClassification() const = 0;
@@ -51,14 +51,17 @@ class TREE800_EXPORT TreeAlgorithm : public TreeAlgorithmBase {
 public:
     ~TreeAlgorithm() override;
 
-    /// Takes all remaining steps; true when the tree is complete, false when the run was cancelled.
+    /// Takes all remaining steps; true when the tree is complete, false when the run was cancelled
+    /// or the tree released.
     virtual bool Run() = 0;
     /// Takes one step, normally deciding one node; true while steps remain. Between steps the tree
-    /// is whole: nodes still undecided are leaves.
+    /// is whole: nodes still undecided are leaves. After the last step, Cancel or ReleaseRoot it
+    /// does nothing and answers false, until Reset.
     virtual bool Step() = 0;
     /// Discards the tree; the next step starts a new run.
     virtual void Reset() = 0;
-    /// The share of the run that is done, 0 to 1; never decreases during a run.
+    /// The share of the run that is done, 0 to 1; never decreases during a run. Cancel leaves it
+    /// where it is, ReleaseRoot of a complete tree at 1.
     virtual double GetProgress() const = 0;
     /// Ends the run before its next step. What has been grown stays and is a whole tree.
     virtual void Cancel() = 0;
@@ -68,8 +71,9 @@ public:
     /// The settings of the run, the algorithm's own copy; borrowed.
     virtual AlgSettings const* GetSettings() const = 0;
 
-    /// Number of nodes and of leaves of the tree; 0 when there is none.
+    /// Number of nodes of the tree, the leaves included; 0 when there is none.
     virtual int GetNumNodes() const = 0;
+    /// Number of nodes without children; 0 when there is no tree.
     virtual int GetNumLeaves() const = 0;
     /// Risk of the tree on the sample: the expected cost of misclassification under the priors of
     /// the settings, or the mean squared error. The system-missing value when there is no tree or
@@ -81,7 +85,7 @@ public:
     /// specification says; false, with the handle unchanged, when there is no tree.
     virtual bool GetStatistics(TreeStatistics& out) const = 0;
     /// A new gains table of the tree's leaves, which the caller deletes and which borrows the
-    /// nodes; null when there is no tree.
+    /// nodes; null when there is no tree or the grower offers no gains.
     [[nodiscard]] virtual GainsIntf* ComputeGains(GainsSettings const& settings) const = 0;
 };
 

@@ -15,8 +15,8 @@ class Node;
 class TreeAlgorithm;
 
 /// How good a grown tree is: its risk, the standard error of the risk, and for a classification
-/// tree the misclassification matrix. Read by hosts. Distinct objects may be used by distinct
-/// threads.
+/// tree the misclassification matrix. Read by hosts. Any number of threads may read one object at a
+/// time; a change needs it alone.
 class TREE800_EXPORT TreeStatisticsIntf {
 public:
     virtual ~TreeStatisticsIntf();
@@ -24,7 +24,10 @@ public:
     /// Weighted cases of the observed class in the leaves that predict the predicted class, both in
     /// [0, GetNumClasses()).
     virtual double GetMisclassificationCount(int predicted, int observed) const = 0;
+    /// Risk as the algorithm judged it: the expected cost of misclassification, or the mean squared
+    /// error.
     virtual double GetRisk() const = 0;
+    /// Standard error of the risk.
     virtual double GetStdError() const = 0;
     /// True for a classification tree.
     virtual bool IsCls() const = 0;
@@ -64,9 +67,11 @@ public:
     void Initialize(TreeAlgorithm const& algorithm, double risk, double stdError,
                     ValidationType validation);
 
+    /// Stored unchecked; nothing else changes. @{
     void SetRisk(double risk);
     void SetStdError(double stdError);
     void SetIsCls(bool isCls);
+    /// @}
     /// Stores n and starts a matrix of n x n zeros.
     void SetNumClasses(int n);
     /// Sets one cell; both indices in [0, rows of the matrix).
@@ -98,10 +103,9 @@ private:
 ///     Standard error of risk estimate 0.03
 TREE800_EXPORT std::ostream& operator<<(std::ostream& stream, TreeStatisticsImp const& statistics);
 
-/// A handle that owns a copy of tree statistics, or holds nothing. Copies are made by assignment;
-/// an
-/// empty handle answers false, 0 and the system-missing value. The text report is written from a
-/// TreeStatisticsImp. Distinct handles may be used by distinct threads.
+/// A handle that owns a copy of tree statistics, or holds nothing. Copies are made by assignment.
+/// An empty handle answers false, 0 and the system-missing value. The text report is written from a
+/// TreeStatisticsImp. Any number of threads may read one handle at a time; a change needs it alone.
 ///
 ///     TreeStatistics statistics;
 ///     if (algorithm.GetStatistics(statistics)) {
@@ -119,12 +123,13 @@ public:
     /// Holds a clone of the statistics.
     TreeStatistics& operator=(TreeStatisticsIntf const& statistics);
 
-    /// The held object's answers.
+    /// The held object's answers; see TreeStatisticsIntf. @{
     bool IsCls() const;
     int GetNumClasses() const;
     double GetRisk() const;
     double GetStdError() const;
     double GetMisclassificationCount(int predicted, int observed) const;
+    /// @}
 
 private:
     std::unique_ptr<TreeStatisticsIntf> held_;

@@ -12,9 +12,10 @@ enum ValidationType : int {
     CrossValidation = 2        ///< by cross-validation; no misclassification matrix is built
 };
 
-/// How a grown tree is validated. Created by the caller, cloned by the settings that hold it. A
-/// setter answers whether it accepted the value; a refused one changes nothing. Distinct objects
-/// may be used by distinct threads.
+/// How a grown tree is validated. Which cases make up the test sample is not told here: host and
+/// grower agree on it with the data. Created by the caller, cloned by the settings that hold it. A
+/// setter answers whether it accepted the value; a refused one changes nothing. Any number of
+/// threads may read one object at a time; a change needs it alone.
 ///
 ///     ValidationSpecImp validation;
 ///     validation.Set(CrossValidation);
@@ -26,6 +27,7 @@ public:
     /// A copy; the caller deletes it.
     [[nodiscard]] virtual ValidationSpec* Clone() const = 0;
 
+    /// NoValidation until another type is set.
     virtual ValidationType GetType() const = 0;
     /// Number of cross-validation folds, 2 or more.
     virtual int GetNumCVFolds() const = 0;

@@ -13,7 +13,7 @@ class OValueSetImp;
 /// A set of values of one predictor: an interval (OValueSet) or a set of category codes
 /// (NValueSet). Split rules take value sets to learn which values a child receives and hand them
 /// out to say so; what a getter hands out belongs to the caller. Value sets are plain values;
-/// distinct sets may be used by distinct threads.
+/// any number of threads may read one set, a change needs it alone.
 class TREE800_EXPORT ValueSet {
 public:
     virtual ~ValueSet();
@@ -45,8 +45,10 @@ public:
     /// The open interval (left, right). Ends in the wrong order are stored as given.
     OValueSet(double left, double right);
 
+    /// A deep copy. @{
     OValueSet(OValueSet const& other);
     OValueSet& operator=(OValueSet const& other);
+    /// @}
     ~OValueSet() override;
 
     /// Coarse membership. With T(d) the difference d truncated toward zero to a 32-bit integer (NaN
@@ -69,31 +71,40 @@ public:
     /// equal. Right ends and open flags do not take part.
     virtual bool operator==(OValueSet const& other) const;
 
-    /// The stored ends, also where an end is not bounded.
+    /// The stored ends, also where an end is not bounded. @{
     virtual double GetLeftEnd() const;
     virtual double GetRightEnd() const;
+    /// @}
 
+    /// Whether the end itself is left out; without meaning while the end is not bounded. @{
     virtual bool IsOpenLeft() const;
     virtual bool IsOpenRight() const;
+    /// @}
+    /// False where the interval reaches to infinity. @{
     virtual bool IsBoundedLeft() const;
     virtual bool IsBoundedRight() const;
+    /// @}
 
     /// Whether the set is empty, as coarsely as Contains: an interval counts as empty unless its
     /// ends lie more than one unit (and 1e-12) apart, so also [0, 1], or it is one closed point. An
     /// unbounded set is never empty while its stored ends are equal and finite.
     virtual bool IsEmpty() const;
 
-    /// Stores the end and makes it bounded; the open flag stays.
+    /// Stores the end and makes it bounded; the open flag stays. @{
     virtual void SetLeftEnd(double value);
     virtual void SetRightEnd(double value);
+    /// @}
 
+    /// Sets the flag alone; the end stays. @{
     virtual void SetOpenLeft(bool open);
     virtual void SetOpenRight(bool open);
+    /// @}
 
     /// True makes the end bounded at its stored value; false makes it infinite and stores the other
-    /// end's value for it.
+    /// end's value for it. @{
     virtual void SetBoundedLeft(bool bounded);
     virtual void SetBoundedRight(bool bounded);
+    /// @}
 
     /// Makes the set empty: both ends 0.0 and bounded, open on the left; the open-right flag stays.
     virtual void Empty();
@@ -126,8 +137,10 @@ public:
     /// The empty set.
     NValueSet();
 
+    /// A deep copy. @{
     NValueSet(NValueSet const& other);
     NValueSet& operator=(NValueSet const& other);
+    /// @}
     ~NValueSet() override;
 
     /// Whether the value is exactly one of the codes.
@@ -137,6 +150,7 @@ public:
     /// A new iterator before the first code; the caller deletes it.
     [[nodiscard]] virtual NValueSetIter* GetIterator() const;
 
+    /// Number of codes, each counted once.
     virtual int GetNumElements() const;
 
     /// Appends the code; false, with nothing changed, when the set has it already.

@@ -18,8 +18,8 @@ enum MeasurementLevel : int {
 namespace tree_800 {
 
 /// Describes one variable of the data, the target or a predictor. Created by the caller or by the
-/// core settings that list it, deleted by whoever holds it. Distinct objects may be used by
-/// distinct threads.
+/// core settings that list it, deleted by whoever holds it. Any number of threads may read one
+/// object at a time; a change needs it alone.
 ///
 ///     VariableSettingsImp island;
 ///     island.SetMeasurementLevel(global_800::Nominal);
@@ -33,17 +33,19 @@ public:
 
     /// The value that stands for "missing" in this variable's data.
     virtual double GetMissingValue() const = 0;
+    /// Any int: 0 makes the variable nominal, every other level ordered.
     virtual global_800::MeasurementLevel GetMeasurementLevel() const = 0;
     /// Whether an algorithm may merge the variable's values.
     virtual bool GetValueMergeFlag() const = 0;
     /// Count of distinct values (categories).
     virtual int GetNumValues() const = 0;
 
-    /// The setters store whatever they are given, unchecked.
+    /// Stored unchecked. @{
     virtual void SetMeasurementLevel(global_800::MeasurementLevel level) = 0;
     virtual void SetMissingValue(double value) = 0;
     virtual void SetValueMergeFlag(bool merge) = 0;
     virtual void SetNumValues(int count) = 0;
+    /// @}
 };
 
 /// The variable settings. A new object is continuous, has 0 values, allows merging and takes the

@@ -119,14 +119,16 @@ RegInfo* CumulativeNode::GetRegInfo(DataSample sample) {
             bins[static_cast<std::size_t>(i)] += info->GetBinSize(i);
         }
     }
-    pooledRegInfo_.SetMean(totalSize != 0.0 ? weightedMeans / totalSize : systemMissingValue());
-    pooledRegInfo_.SetExtendedStatistic(RegInfoImp::StoreStdDev, systemMissingValue());
-    pooledRegInfo_.SetCount(count);
-    pooledRegInfo_.SetExtendedStatistic(RegInfoImp::StoreUnweightedCount, unweightedCount);
-    pooledRegInfo_.SetNumBins(static_cast<int>(bins.size()));
+    RegInfoImp pooled;
+    pooled.SetMean(totalSize != 0.0 ? weightedMeans / totalSize : systemMissingValue());
+    pooled.SetExtendedStatistic(RegInfoImp::StoreStdDev, systemMissingValue());
+    pooled.SetCount(count);
+    pooled.SetExtendedStatistic(RegInfoImp::StoreUnweightedCount, unweightedCount);
+    pooled.SetNumBins(static_cast<int>(bins.size()));
     for (std::size_t i = 0; i < bins.size(); ++i) {
-        pooledRegInfo_.SetBinSize(static_cast<int>(i), bins[i]);
+        pooled.SetBinSize(static_cast<int>(i), bins[i]);
     }
+    pooledRegInfo_ = pooled;
     return &pooledRegInfo_;
 }
 

@@ -36,8 +36,8 @@ bool SameOrBothNull(T const* a, T const* b) {
     return a == nullptr || b == nullptr ? a == b : *a == *b;
 }
 
-bool SameRules(std::vector<std::unique_ptr<SplitRuleImp>> const& a,
-               std::vector<std::unique_ptr<SplitRuleImp>> const& b) {
+template <typename Rules>
+bool SameRules(Rules const& a, Rules const& b) {
     return std::equal(a.begin(), a.end(), b.begin(), b.end(), [](auto const& x, auto const& y) {
         return SameOrBothNull(x.get(), y.get());
     });

@@ -13,8 +13,7 @@ namespace tree_800 {
 
 namespace {
 
-using Rules = std::vector<std::unique_ptr<SplitRuleImp>>;
-
+template <typename Rules>
 Rules CloneRules(Rules const& rules) {
     Rules clones(rules.size());
     for (std::size_t i = 0; i < rules.size(); ++i) {
@@ -23,9 +22,11 @@ Rules CloneRules(Rules const& rules) {
     return clones;
 }
 
+// A node to copy, and where the copy goes.
 struct CopyJob {
     NodeImp const* source;
-    NodeImp* target;
+    NodeImp* parent;
+    unsigned int pos;
 };
 
 }  // namespace
@@ -37,24 +38,29 @@ NodeImp* NodeImp::Clone() const {
 }
 
 // The copy is complete before anything of this node is released: a throw changes nothing, and the
-// other node may be part of this one's tree.
+// other node may be part of this one's tree. Each node is made just before its rules and its first
+// child, so that a walk down a copy finds close together what it needs together.
 NodeImp& NodeImp::operator=(NodeImp const& other) {
     if (this == &other) {
         return *this;
     }
     NodeImp copy;
-    std::vector<CopyJob> pending{{&other, &copy}};
+    std::vector<CopyJob> pending;
+    auto const copyNode = [&pending](NodeImp const& source, NodeImp& target) {
+        target.CopyAllButChildren(source);
+        target.SetNumChildren(source.GetNumChildren());
+        for (auto pos = static_cast<unsigned int>(source.children_.size()); pos-- > 0;) {
+            if (NodeImp const* const child = source.GetChildImp(pos)) {
+                pending.push_back({child, &target, pos});
+            }
+        }
+    };
+    copyNode(other, copy);
     while (!pending.empty()) {
         CopyJob const job = pending.back();
         pending.pop_back();
-        job.target->CopyAllButChildren(*job.source);
-        job.target->SetNumChildren(job.source->GetNumChildren());
-        for (unsigned int pos = 0; pos < job.source->children_.size(); ++pos) {
-            if (NodeImp const* const child = job.source->GetChildImp(pos)) {
-                job.target->SetChild(pos, new NodeImp);
-                pending.push_back({child, job.target->GetChildImp(pos)});
-            }
-        }
+        job.parent->SetChild(job.pos, new NodeImp);
+        copyNode(*job.source, *job.parent->GetChildImp(job.pos));
     }
 
     Clean();

@@ -15,29 +15,23 @@ namespace tree_800 {
 namespace {
 
 // n empty slots; what the old ones held is forgotten, not deleted.
-template <typename T>
-void ResetSlots(std::vector<std::unique_ptr<T>>& slots, std::size_t n) {
-    std::vector<std::unique_ptr<T>> empty(n);
-    for (std::unique_ptr<T>& slot : slots) {
+template <typename Slots>
+void ResetSlots(Slots& slots, std::size_t n) {
+    Slots empty(n);
+    for (auto& slot : slots) {
         static_cast<void>(slot.release());
     }
     slots = std::move(empty);
 }
 
-template <typename T>
-std::unique_ptr<T>& Slot(std::vector<std::unique_ptr<T>>& slots, unsigned int pos) {
+template <typename Slots>
+auto& Slot(Slots& slots, unsigned int pos) {
     TREE800_REQUIRE(pos < slots.size(), "position beyond the slots");
     return slots[pos];
 }
 
-template <typename T>
-T* SlotContent(std::vector<std::unique_ptr<T>> const& slots, unsigned int pos) {
-    TREE800_REQUIRE(pos < slots.size(), "position beyond the slots");
-    return slots[pos].get();
-}
-
-template <typename T, typename Out>
-bool ReadSlot(std::vector<std::unique_ptr<T>> const& slots, int pos, Out* out) {
+template <typename Slots, typename Out>
+bool ReadSlot(Slots const& slots, int pos, Out* out) {
     if (pos < 0 || static_cast<std::size_t>(pos) >= slots.size()) {
         return false;
     }
@@ -45,7 +39,8 @@ bool ReadSlot(std::vector<std::unique_ptr<T>> const& slots, int pos, Out* out) {
     return true;
 }
 
-SplitRule* NewHandle(std::vector<std::unique_ptr<SplitRuleImp>> const& rules, unsigned int pos) {
+template <typename Rules>
+SplitRule* NewHandle(Rules const& rules, unsigned int pos) {
     return pos < rules.size() && rules[pos] != nullptr ? new SplitRule(*rules[pos]) : nullptr;
 }
 
@@ -101,7 +96,7 @@ Node* NodeImp::GetChild(unsigned int pos) const {
     return pos < children_.size() ? children_[pos].get() : nullptr;
 }
 
-NodeImp* NodeImp::GetChildImp(unsigned int pos) const { return SlotContent(children_, pos); }
+NodeImp* NodeImp::GetChildImp(unsigned int pos) const { return Slot(children_, pos).get(); }
 
 bool NodeImp::Child(int pos, NodeImp const** out) const { return ReadSlot(children_, pos, out); }
 
@@ -124,8 +119,8 @@ void NodeImp::RemoveChild(int pos) {
     if (pos < 0 || pos >= GetNumChildren()) {
         return;
     }
-    auto const slot = children_.begin() + pos;
-    DeleteSubtree(std::move(*slot));
+    auto const slot = static_cast<std::size_t>(pos);
+    DeleteSubtree(std::move(children_[slot]));
     children_.erase(slot);
 }
 
@@ -199,11 +194,11 @@ SplitRule* NodeImp::GetCompetitor(unsigned int pos) const { return NewHandle(com
 SplitRule* NodeImp::GetSurrogate(unsigned int pos) const { return NewHandle(surrogates_, pos); }
 
 SplitRuleImp* NodeImp::GetCompetitorImp(unsigned int pos) const {
-    return SlotContent(competitors_, pos);
+    return Slot(competitors_, pos).get();
 }
 
 SplitRuleImp* NodeImp::GetSurrogateImp(unsigned int pos) const {
-    return SlotContent(surrogates_, pos);
+    return Slot(surrogates_, pos).get();
 }
 
 void NodeImp::SetNumCompetitors(unsigned int n) { ResetSlots(competitors_, n); }

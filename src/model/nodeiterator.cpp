@@ -1,5 +1,7 @@
 #include <tree/node_iterator.h>
 
+#include <tree/node.h>
+
 namespace tree_800 {
 
 namespace {

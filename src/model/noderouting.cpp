@@ -1,7 +1,12 @@
 #include <tree/node_imp.h>
 
+#include "model/plain_rule.h"
+
 #include <tree/precondition.h>
 #include <tree/split_rule_imp.h>
+
+#include <cstddef>
+#include <typeinfo>
 
 namespace tree_800 {
 
@@ -9,12 +14,16 @@ namespace {
 
 int ChildFor(SplitRuleImp const& rule, double const* obs) {
     TREE800_REQUIRE(rule.GetPredictorIndex() >= 0, "a rule that routes has a predictor");
-    return rule.Classify(obs[rule.GetPredictorIndex()]);
+    double const value = obs[rule.GetPredictorIndex()];
+    OSplitRule const* const ordered = AsPlainOrdered(rule);
+    return ordered != nullptr ? ClassifyOrdered(*ordered, value) : rule.Classify(value);
 }
 
 }  // namespace
 
-int NodeImp::Classify(double const* obs) const {
+int NodeImp::Classify(double const* obs) const { return ClassifyByRules(obs); }
+
+inline int NodeImp::ClassifyByRules(double const* obs) const {
     if (children_.empty() || competitors_.empty() || competitors_.front() == nullptr) {
         return -1;
     }
@@ -38,8 +47,12 @@ int NodeImp::Classify(double const* obs) const {
 NodeImp const* NodeImp::DropObservationThroughTree(double const* obs, NodeImp const* stop) const {
     NodeImp const* node = this;
     while (node != stop) {
-        NodeImp const* next = nullptr;
-        if (!node->Child(node->Classify(obs), &next) || next == nullptr) {
+        bool const isPlain = typeid(*node) == typeid(NodeImp);
+        int const pos = isPlain ? node->ClassifyByRules(obs) : node->Classify(obs);
+        bool const hasSlot = pos >= 0 && static_cast<std::size_t>(pos) < node->children_.size();
+        NodeImp const* const next =
+            hasSlot ? node->children_[static_cast<std::size_t>(pos)].get() : nullptr;
+        if (next == nullptr) {
             return stop == nullptr ? node : nullptr;
         }
         node = next;

@@ -1,6 +1,7 @@
 #include <tree/ordered_split_rule.h>
 
 #include "foundation/tolerance.h"
+#include "model/plain_rule.h"
 
 #include <tree/host.h>
 #include <tree/precondition.h>
@@ -9,6 +10,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstddef>
 #include <memory>
 
 namespace tree_800 {
@@ -61,11 +63,12 @@ ValueSet* OSplitRule::GetMappedValues(int child) const {
     if (cut == cutPoints_.end()) {
         return nullptr;
     }
-    if (cut == cutPoints_.begin()) {
+    std::size_t const i = cut - cutPoints_.begin();
+    if (i == 0) {
         values->SetBoundedLeft(false);
         values->SetOpenLeft(true);
     } else {
-        OSplitRuleItem const& previous = *(cut - 1);
+        OSplitRuleItem const& previous = cutPoints_[i - 1];
         values->SetOpenLeft(!previous.cutPointAbove);
         values->SetLeftEnd(previous.cutValue);
     }
@@ -90,17 +93,7 @@ bool OSplitRule::CopyMappings(SplitRuleImp const& other) {
     return SplitRuleImp::CopyMappings(other);
 }
 
-int OSplitRule::Classify(double value) const {
-    if (value == missingValue_) {
-        return GetMissingValueMapping();
-    }
-    for (OSplitRuleItem const& cut : cutPoints_) {
-        if (cut.cutValue >= value) {
-            return cut.child >= 0 ? cut.child : upperChild_;
-        }
-    }
-    return upperChild_;
-}
+int OSplitRule::Classify(double value) const { return ClassifyOrdered(*this, value); }
 
 int OSplitRule::Compare(SplitRuleImp const& other) const {
     int const base = SplitRuleImp::Compare(other);
@@ -200,7 +193,7 @@ void OSplitRule::InsertCutPoint(OValueSet const& interval, bool useLeftEnd) {
     }
     auto const next = std::find_if(cutPoints_.begin(), cutPoints_.end(),
                                    [value](OSplitRuleItem const& c) { return c.cutValue > value; });
-    cutPoints_.insert(next, {value, child, open});
+    cutPoints_.insert(next - cutPoints_.begin(), {value, child, open});
 }
 
 bool OSplitRule::IsValidInterval(OValueSet const& interval) const {

@@ -2,6 +2,9 @@
 
 #include "settings/owned_part.h"
 
+#include <tree/core_settings.h>
+#include <tree/stop_rule.h>
+#include <tree/validation_spec.h>
 #include <tree/variable_settings.h>
 
 #include <algorithm>

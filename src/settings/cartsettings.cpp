@@ -3,6 +3,10 @@
 #include "settings/kind.h"
 #include "settings/owned_part.h"
 
+#include <tree/core_settings.h>
+#include <tree/pruning_spec.h>
+#include <tree/stop_rule.h>
+
 #include <algorithm>
 #include <utility>
 

@@ -2,6 +2,9 @@
 
 #include "settings/kind.h"
 
+#include <tree/cost.h>
+#include <tree/priors.h>
+
 #include <utility>
 
 namespace tree_800 {

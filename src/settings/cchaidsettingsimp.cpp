@@ -2,6 +2,10 @@
 
 #include "settings/kind.h"
 
+#include <tree/cost.h>
+#include <tree/priors.h>
+#include <tree/scores.h>
+
 #include <utility>
 
 namespace tree_800 {

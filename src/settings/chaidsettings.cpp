@@ -2,6 +2,8 @@
 
 #include "settings/kind.h"
 
+#include <tree/stop_rule.h>
+
 namespace tree_800 {
 
 namespace {

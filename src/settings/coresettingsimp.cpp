@@ -1,5 +1,6 @@
 #include <tree/core_settings.h>
 
+#include <tree/array_rw.h>
 #include <tree/variable_settings.h>
 
 #include <utility>

@@ -3,6 +3,12 @@
 #include "settings/kind.h"
 #include "settings/owned_part.h"
 
+#include <tree/core_settings.h>
+#include <tree/cost.h>
+#include <tree/priors.h>
+#include <tree/pruning_spec.h>
+#include <tree/stop_rule.h>
+
 #include <utility>
 
 namespace tree_800 {

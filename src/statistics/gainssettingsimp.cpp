@@ -80,8 +80,10 @@ void GainsSettingsImp::SetCategoryExpense(int category, double expense) {
 
 void GainsSettingsImp::SetCategoryProfit(int category, double profit) {
     if (Accepts(ProfitEntered, category)) {
+        std::vector<double> revenues(values_.revenues);
+        SetGrowing(revenues, category, profit);
         DoCategoryExpense(category, 0.0);
-        DoCategoryRevenue(category, profit);
+        values_.revenues.swap(revenues);
         entryMode_ = ProfitEntered;
     }
 }

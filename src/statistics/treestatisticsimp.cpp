@@ -42,24 +42,24 @@ TreeStatisticsIntf* TreeStatisticsImp::Clone() const { return new TreeStatistics
 
 void TreeStatisticsImp::Initialize(TreeAlgorithm const& algorithm, double risk, double stdError,
                                    ValidationType validation) {
-    isCls_ = algorithm.IsClassification();
-    numClasses_ = 0;
+    TreeStatisticsImp gathered;
+    gathered.isCls_ = algorithm.IsClassification();
+    if (gathered.isCls_) {
+        Node const* const root = algorithm.GetRoot();
+        ClsInfo const* const info = root != nullptr ? root->GetClsInfo(TrainingSample) : nullptr;
+        gathered.numClasses_ = info != nullptr ? info->GetNumClasses() : 0;
+        if (validation != CrossValidation) {
+            gathered.InitMatrix(gathered.numClasses_);
+            gathered.AddMisclassificationInfo(
+                algorithm.GetRoot(),
+                validation == TestSampleValidation ? TestSample : TrainingSample);
+            matrix_.swap(gathered.matrix_);
+        }
+    }
+    isCls_ = gathered.isCls_;
+    numClasses_ = gathered.numClasses_;
     risk_ = risk;
     stdError_ = stdError;
-    if (!isCls_) {
-        return;
-    }
-    Node const* const root = algorithm.GetRoot();
-    ClsInfo const* const info = root != nullptr ? root->GetClsInfo(TrainingSample) : nullptr;
-    numClasses_ = info != nullptr ? info->GetNumClasses() : 0;
-    if (validation == CrossValidation) {
-        return;
-    }
-    InitMatrix(numClasses_);
-    if (Node const* const tree = algorithm.GetRoot()) {
-        AddMisclassificationInfo(tree,
-                                 validation == TestSampleValidation ? TestSample : TrainingSample);
-    }
 }
 
 void TreeStatisticsImp::SetRisk(double risk) { risk_ = risk; }
@@ -86,6 +86,7 @@ void TreeStatisticsImp::InitMatrix(int n) {
 }
 
 void TreeStatisticsImp::AddMisclassificationInfo(Node const* node, DataSample sample) {
+    std::vector<std::vector<double>> matrix(matrix_);
     std::vector<Node const*> pending{node};
     while (!pending.empty()) {
         Node const* const current = pending.back();
@@ -102,16 +103,17 @@ void TreeStatisticsImp::AddMisclassificationInfo(Node const* node, DataSample sa
         }
         ClsInfo const* const info = current->GetClsInfo(sample);
         if (info == nullptr || info->GetPrediction() < 0 ||
-            static_cast<std::size_t>(info->GetPrediction()) >= matrix_.size()) {
+            static_cast<std::size_t>(info->GetPrediction()) >= matrix.size()) {
             continue;
         }
-        std::vector<double>& row = matrix_[static_cast<std::size_t>(info->GetPrediction())];
+        std::vector<double>& row = matrix[static_cast<std::size_t>(info->GetPrediction())];
         int const numClasses =
             std::min({numClasses_, info->GetNumClasses(), static_cast<int>(row.size())});
         for (int observed = 0; observed < numClasses; ++observed) {
             row[static_cast<std::size_t>(observed)] += info->GetClassCount(observed);
         }
     }
+    matrix_.swap(matrix);
 }
 
 }  // namespace tree_800

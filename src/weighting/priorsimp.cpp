@@ -35,6 +35,32 @@ void InitOrThrow(Vector& vector, int n) {
     std::unique_ptr<double const[]> const forgotten(held);
 }
 
+// Each element weighted by its column of the costs, all scaled to sum 1; null where the values are
+// absent or empty or the weighted sum is not above 0.
+std::unique_ptr<Vector> Altered(Vector const* values, Cost const& costs) {
+    if (values == nullptr || values->GetSize() == 0) {
+        return nullptr;
+    }
+    int const n = values->GetSize();
+    std::unique_ptr<Vector> altered = NewVector();
+    InitOrThrow(*altered, n);
+    double total = 0.0;
+    for (int i = 0; i < n; ++i) {
+        for (int j = 0; j < n; ++j) {
+            double const weighted = costs.Get(i, j) * (*values)[j];
+            altered->AddAtGrow(j, weighted);
+            total += weighted;
+        }
+    }
+    if (!(total > 0.0)) {
+        return nullptr;
+    }
+    for (int j = 0; j < n; ++j) {
+        (*altered)[j] /= total;
+    }
+    return altered;
+}
+
 bool IsPrior(int i, double prior) noexcept { return i >= 0 && prior >= 0.0; }
 
 }  // namespace
@@ -151,7 +177,7 @@ bool PriorsImp::Set(int i, double prior, PriorVector vector) {
     }
     if (target->GetSize() == 0) {
         int const size = given_.GetSize() > 0 ? given_.GetSize() : SmallestVector;
-        if (size >= i) {
+        if (size > i) {  // otherwise the element's own growth makes the room
             InitOrThrow(*target, size);
         }
     }
@@ -163,26 +189,9 @@ bool PriorsImp::Set(int i, double prior, PriorVector vector) {
 }
 
 bool PriorsImp::AlterPriorVector(PriorVector target, PriorVector source, Cost const& costs) {
-    Vector const* const values = std::as_const(*this).GetVector(source, false);
-    if (values == nullptr || values->GetSize() == 0) {
+    std::unique_ptr<Vector> altered = Altered(GetVector(source, false), costs);
+    if (altered == nullptr) {
         return false;
-    }
-    int const n = values->GetSize();
-    std::unique_ptr<Vector> altered = NewVector();
-    InitOrThrow(*altered, n);
-    double total = 0.0;
-    for (int i = 0; i < n; ++i) {
-        for (int j = 0; j < n; ++j) {
-            double const weighted = costs.Get(i, j) * (*values)[j];
-            altered->AddAtGrow(j, weighted);
-            total += weighted;
-        }
-    }
-    if (!(total > 0.0)) {
-        return false;
-    }
-    for (int j = 0; j < n; ++j) {
-        (*altered)[j] /= total;
     }
     SetVector(target, altered.release());
     return true;
@@ -192,11 +201,16 @@ bool PriorsImp::ComputeAltered(Cost const& costs) {
     if (!isToAlter_) {
         return true;
     }
-    bool const altered = AlterPriorVector(AlteredPriors, GivenPriors, costs);
-    if (altered && second_ != nullptr) {
-        AlterPriorVector(SecondPriors, SecondPriors, costs);
+    std::unique_ptr<Vector> altered = Altered(&given_, costs);
+    if (altered == nullptr) {
+        return false;
     }
-    return altered;
+    std::unique_ptr<Vector> second = Altered(second_.get(), costs);
+    SetVector(AlteredPriors, altered.release());
+    if (second != nullptr) {
+        second_ = std::move(second);
+    }
+    return true;
 }
 
 bool PriorsImp::Resize(int n) { return given_.Resize(n); }

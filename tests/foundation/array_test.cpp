@@ -11,7 +11,6 @@
 #include <functional>
 #include <memory>
 #include <new>
-#include <optional>
 #include <string>
 #include <utility>
 #include <vector>
@@ -189,36 +188,31 @@ TEST(ContainersTest, FailingChangesNothing) {
     matrix.SetAtGrow(0, 1, 7);
     Matrix largerMatrix(true);
     largerMatrix.SetAtGrow(5, 5, 8);
-    std::optional<Array> arrayCopy;
-    std::optional<Matrix> matrixCopy;
     constexpr bool Always = true;  // not only without memory
     struct {
-        char const* name;
         char const* outcome;
         std::function<bool()> operation;
         bool always = false;
     } const rows[] = {
-        {"Init", "false", [&] { return array.Init(1, false); }},
-        {"Grow", "false", [&] { return array.Grow(3); }},
-        {"Resize", "bad_alloc", [&] { return array.Resize(3); }},
-        {"store", "bad_alloc", [&] { return array.SetAtGrow(INT_MAX, 8), true; }, Always},
-        {"store", "bad_alloc", [&] { return array.SetAtGrow(2, 8), true; }},
-        {"add", "bad_alloc", [&] { return array.AddAtGrow(INT_MAX, 8), true; }, Always},
-        {"copy", "bad_alloc", [&] { return arrayCopy.emplace(array), true; }},
-        {"assign", "bad_alloc", [&] { return array = larger, true; }},
-        {"matrix Init", "false", [&] { return matrix.Init(INT_MAX, INT_MAX); }, Always},
-        {"matrix Grow", "false", [&] { return matrix.Grow(INT_MAX, INT_MAX); }, Always},
-        {"row", "bad_alloc", [&] { return matrix.SetAtGrow(INT_MAX, 0, 8), true; }, Always},
-        {"column", "bad_alloc", [&] { return matrix.SetAtGrow(0, INT_MAX, 8), true; }, Always},
-        {"matrix copy", "bad_alloc", [&] { return matrixCopy.emplace(matrix), true; }},
-        {"matrix assign", "bad_alloc", [&] { return matrix = largerMatrix, true; }},
+        {"false", [&] { return array.Init(1, false); }},
+        {"false", [&] { return array.Grow(3); }},
+        {"bad_alloc", [&] { return array.Resize(3); }},
+        {"bad_alloc", [&] { return array.SetAtGrow(INT_MAX, 8), true; }, Always},
+        {"bad_alloc", [&] { return array.SetAtGrow(2, 8), true; }},
+        {"bad_alloc", [&] { return array.AddAtGrow(INT_MAX, 8), true; }, Always},
+        {"bad_alloc", [&] { return Array(array).GetSize() > 0; }},
+        {"bad_alloc", [&] { return array = larger, true; }},
+        {"false", [&] { return matrix.Init(INT_MAX, INT_MAX); }, Always},
+        {"false", [&] { return matrix.Grow(INT_MAX, INT_MAX); }, Always},
+        {"bad_alloc", [&] { return matrix.SetAtGrow(INT_MAX, 0, 8), true; }, Always},
+        {"bad_alloc", [&] { return matrix.SetAtGrow(0, INT_MAX, 8), true; }, Always},
+        {"bad_alloc", [&] { return Matrix(matrix).GetNumRows() > 0; }},
+        {"bad_alloc", [&] { return matrix = largerMatrix, true; }},
     };
     for (auto const& row : rows) {
-        SCOPED_TRACE(row.name);
+        SCOPED_TRACE(&row - rows);
         EXPECT_EQ(Try(row.operation, WithoutMemory), row.outcome);
-        if (row.always) {
-            EXPECT_EQ(Try(row.operation), row.outcome);
-        }
+        EXPECT_TRUE(!row.always || Try(row.operation) == row.outcome);
         ExpectArray(array, {0, 7}, 2);
         ExpectMatrix(matrix, 1, 1, 2, {0, 7});
     }

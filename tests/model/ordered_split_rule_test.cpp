@@ -1,4 +1,3 @@
-#include "support/random.h"
 #include "support/tree_builder.h"
 
 #include <tree/value_set.h>
@@ -6,7 +5,6 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
-#include <map>
 #include <sstream>
 #include <string>
 
@@ -16,7 +14,6 @@ namespace {
 using namespace test;
 
 double const Infinity = GetInfinity();
-double const NaN = std::nan("");
 
 double LeftEnd(OValueSet const& set) { return set.IsBoundedLeft() ? set.GetLeftEnd() : -Infinity; }
 double RightEnd(OValueSet const& set) {
@@ -55,99 +52,6 @@ std::shared_ptr<OSplitRule> Intervals(std::vector<std::string> const& texts) {
         EXPECT_TRUE(rule->AddMappedValues(Interval(text))) << text;
     }
     return rule;
-}
-
-// The same rule as a map from cut value to child.
-struct Model {
-    int Classify(double x) const {
-        if (x == missingCode) {
-            return missing;
-        }
-        auto const cut = std::isnan(x) ? childUpTo.end() : childUpTo.lower_bound(x);
-        return cut != childUpTo.end() && cut->second >= 0 ? cut->second : upper;
-    }
-
-    bool Add(OValueSet const& set, int newChild) {
-        double const left = LeftEnd(set);
-        double const right = RightEnd(set);
-        auto const upToRight = childUpTo.lower_bound(right);
-        bool const endsInMapped = upToRight != childUpTo.end() && upToRight->second >= 0;
-        bool const aboveAll = !childUpTo.empty() && left > childUpTo.rbegin()->first;
-        bool const meetsUpper = upper >= 0 && (aboveAll || !set.IsBoundedRight());
-        bool covers = false;  // a cut less than a unit outside is still inside
-        for (auto const& [c, child] : childUpTo) {
-            covers = covers || (c != left && c != right && left - 1 < c && c < right + 1);
-        }
-        covers = covers && set.IsBoundedLeft() && set.IsBoundedRight();
-        if (left == right || endsInMapped || meetsUpper || covers) {
-            return false;
-        }
-        if (set.IsBoundedLeft()) {
-            childUpTo.emplace(left, -1);
-        }
-        (set.IsBoundedRight() ? childUpTo[right] : upper) = newChild;
-        return true;
-    }
-
-    double missingCode;
-    std::map<double, int> childUpTo = {};
-    int upper = -1;
-    int missing = -1;
-};
-
-void ExpectAgreement(OSplitRule const& rule, Model const& model) {
-    std::vector<double> values = {-Infinity, Infinity, NaN, systemMissingValue()};
-    for (int quarters = -24; quarters <= 40; ++quarters) {
-        values.push_back(quarters / 4.0);
-    }
-    int last = -1;
-    for (double const x : values) {
-        EXPECT_EQ(rule.Classify(x), model.Classify(x)) << x;
-        last = std::max(last, rule.Classify(x));
-    }
-    EXPECT_EQ(rule.GetNumChildren(), last + 1);
-    for (int child = 0; child <= last; ++child) {
-        if (std::string const text = Mapped(rule, child); !text.empty()) {
-            OValueSet const set = Interval(text);
-            for (double const x : values) {  // a cut value belongs to the lower side
-                bool const inside =
-                    LeftEnd(set) < x && x <= RightEnd(set) && x != model.missingCode;
-                EXPECT_TRUE(!inside || rule.Classify(x) == child) << x << " in " << text;
-            }
-        }
-    }
-    std::unique_ptr<SplitRuleImp> const copy(rule.EmptyClone());
-    EXPECT_EQ(rule.Compare(*copy), last < 0 ? 0 : 1);
-    EXPECT_TRUE(copy->CopyMappings(rule));
-    EXPECT_EQ(rule.Compare(*copy), 0);
-}
-
-TEST(OrderedSplitRule, RandomRulesAgreeWithAModel) {
-    Random random;
-    for (int run = 0; run < 500; ++run) {
-        Model model{random.OneIn(2) ? 0.25 : systemMissingValue()};
-        OSplitRule rule(model.missingCode, 3);
-        std::string story;
-        for (int step = 0; step < 8; ++step) {
-            int const newChild = rule.GetNumChildren();
-            if (bool const extra = random.OneIn(2); random.OneIn(8)) {
-                rule.AddMissingValueMapping(extra);
-                model.missing = extra ? newChild : newChild - 1;
-                story += "missing ";
-            } else {
-                double const from = random.Between(-10, 9) / 2.0;
-                double const to = from + random.Between(-1, 8) / 2.0;
-                std::string const text =
-                    Text(random.OneIn(2) ? '(' : '[', random.OneIn(4) ? -Infinity : from,
-                         random.OneIn(4) ? Infinity : to, random.OneIn(2) ? ')' : ']');
-                story += text + ' ';
-                EXPECT_EQ(rule.AddMappedValues(Interval(text)),
-                          model.Add(Interval(text), newChild));
-            }
-            ExpectAgreement(rule, model);
-            ASSERT_FALSE(HasFailure()) << story;
-        }
-    }
 }
 
 TEST(OrderedSplitRule, BinaryRuleSplitsAtItsCut) {

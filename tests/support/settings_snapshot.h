@@ -1,10 +1,7 @@
 #ifndef TREE800_TESTS_SUPPORT_SETTINGS_SNAPSHOT_H
 #define TREE800_TESTS_SUPPORT_SETTINGS_SNAPSHOT_H
 
-#include <tree/cart_settings.h>
-#include <tree/chaid_settings.h>
-#include <tree/quest_settings.h>
-#include <tree/variable_settings.h>
+#include <tree/tree.h>
 
 #include <map>
 #include <memory>
