@@ -22,9 +22,12 @@ long numBlocks = 0;            // allocated and not yet released
 
 }  // namespace
 
-[[gnu::noinline]] void* operator new(std::size_t size) {
-    // NOLINTNEXTLINE(cppcoreguidelines-no-malloc)
-    void* const block = allocationsLeft == 0 ? nullptr : std::malloc(size);
+namespace {
+
+// NOLINTBEGIN(cppcoreguidelines-no-malloc)
+void* Allocate(std::size_t size, std::size_t alignment) {
+    std::size_t const padded = (size + alignment - 1) / alignment * alignment;
+    void* const block = allocationsLeft == 0 ? nullptr : std::aligned_alloc(alignment, padded);
     if (block == nullptr) {
         throw std::bad_alloc();
     }
@@ -32,12 +35,28 @@ long numBlocks = 0;            // allocated and not yet released
     ++numBlocks;
     return block;
 }
-[[gnu::noinline]] void operator delete(void* block) noexcept {
+
+void Release(void* block) noexcept {
     numBlocks -= block != nullptr ? 1 : 0;
-    std::free(block);  // NOLINT(cppcoreguidelines-no-malloc)
+    std::free(block);
 }
-[[gnu::noinline]] void operator delete(void* block, std::size_t /*size*/) noexcept {
-    operator delete(block);
+// NOLINTEND(cppcoreguidelines-no-malloc)
+
+}  // namespace
+
+// Arrays are named too: a sanitizer would serve them by itself.
+[[gnu::noinline]] void* operator new(std::size_t size) { return Allocate(size, 16); }
+[[gnu::noinline]] void* operator new[](std::size_t size) { return Allocate(size, 16); }
+[[gnu::noinline]] void* operator new(std::size_t size, std::align_val_t alignment) {
+    return Allocate(size, static_cast<std::size_t>(alignment));
+}
+[[gnu::noinline]] void operator delete(void* block) noexcept { Release(block); }
+[[gnu::noinline]] void operator delete(void* block, std::size_t) noexcept { Release(block); }
+[[gnu::noinline]] void operator delete[](void* block) noexcept { Release(block); }
+[[gnu::noinline]] void operator delete[](void* block, std::size_t) noexcept { Release(block); }
+[[gnu::noinline]] void operator delete(void* block, std::align_val_t) noexcept { Release(block); }
+[[gnu::noinline]] void operator delete(void* block, std::size_t, std::align_val_t) noexcept {
+    Release(block);
 }
 
 namespace tree_800 {

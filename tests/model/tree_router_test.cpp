@@ -43,8 +43,8 @@ public:
     std::unique_ptr<NodeImp> Tree(int depth) {
         static int const widths[] = {2, 2, 2, 2, 1, 3, 5, 140};
         auto node = std::make_unique<NodeImp>();
-        SetSurrogates(*node, random_.OneIn(2) ? nullptr : Rule(1));  // a leaf's rules do not count
         if (depth == 0 || random_.OneIn(8)) {
+            SetSurrogates(*node, Rule(1));  // a leaf's rules do not count
             return node;
         }
         int const n = widths[random_.Between(0, 7)];
