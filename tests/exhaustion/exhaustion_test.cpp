@@ -20,10 +20,6 @@ constexpr long Never = -1;
 long allocationsLeft = Never;  // until all fail
 long numBlocks = 0;            // allocated and not yet released
 
-}  // namespace
-
-namespace {
-
 // NOLINTBEGIN(cppcoreguidelines-no-malloc)
 void* Allocate(std::size_t size, std::size_t alignment) {
     std::size_t const padded = (size + alignment - 1) / alignment * alignment;

@@ -216,7 +216,7 @@ TEST(TreeRouter, KeepsItsAnswersWhateverBecomesOfTheTree) {
     Node const* const leaf = root->GetChildImp(0)->GetChildImp(0);
     EXPECT_TRUE(router->RouteToLeaf(obs) == 0 && router->Route(obs) == leaf);
     dynamic_cast<OSplitRule&>(*root->GetCompetitorImp(0)).SetReverse();
-    root->GetChildImp(0)->SetNumCompetitors(0);
+    root->GetChildImp(0)->SetCompetitor(0, nullptr);
     EXPECT_TRUE(router->RouteToLeaf(obs) == 0 && router->Route(obs) == leaf);
     root.reset();
     EXPECT_EQ(router->RouteToLeaf(obs), 0);
