@@ -47,11 +47,18 @@ void Release(void* block) noexcept {
     return Allocate(size, static_cast<std::size_t>(alignment));
 }
 [[gnu::noinline]] void operator delete(void* block) noexcept { Release(block); }
-[[gnu::noinline]] void operator delete(void* block, std::size_t) noexcept { Release(block); }
+[[gnu::noinline]] void operator delete(void* block, std::size_t /*size*/) noexcept {
+    Release(block);
+}
 [[gnu::noinline]] void operator delete[](void* block) noexcept { Release(block); }
-[[gnu::noinline]] void operator delete[](void* block, std::size_t) noexcept { Release(block); }
-[[gnu::noinline]] void operator delete(void* block, std::align_val_t) noexcept { Release(block); }
-[[gnu::noinline]] void operator delete(void* block, std::size_t, std::align_val_t) noexcept {
+[[gnu::noinline]] void operator delete[](void* block, std::size_t /*size*/) noexcept {
+    Release(block);
+}
+[[gnu::noinline]] void operator delete(void* block, std::align_val_t /*alignment*/) noexcept {
+    Release(block);
+}
+[[gnu::noinline]] void operator delete(void* block, std::size_t /*size*/,
+                                       std::align_val_t /*alignment*/) noexcept {
     Release(block);
 }
 

@@ -3,6 +3,7 @@
 
 #include "fuzz/input.h"
 
+#include <array>
 #include <map>
 #include <optional>
 #include <utility>
@@ -40,7 +41,7 @@ struct PriorsModel {
         }
     };
 
-    std::optional<Vector> vectors[4] = {Vector{}, std::nullopt, std::nullopt, std::nullopt};
+    std::array<std::optional<Vector>, 4> vectors = {Vector{}};
     bool isToAlter = false;
     int type = 0;
 

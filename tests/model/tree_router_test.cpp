@@ -199,7 +199,7 @@ TEST(TreeRouter, AgreesWithTheNodesOfALargeTree) {
         root = Split(Cut(depth % NumPredictors, random.Between(0, 100)), std::move(root),
                      std::move(twin));
     }
-    std::vector<double> rows(200 * NumPredictors);
+    std::vector<double> rows(std::size_t{200} * NumPredictors);
     std::generate(rows.begin(), rows.end(), [&random] { return random.Between(0, 100); });
     rows[3] = systemMissingValue();  // nothing places it: its walk ends at an inner node
     auto const router = TreeRouter::Compile(*root, nullptr);
