@@ -3,7 +3,6 @@
 
 #include "fuzz/input.h"
 
-#include <array>
 #include <map>
 #include <optional>
 #include <utility>
@@ -30,6 +29,8 @@ struct CostModel {
     void CheckAgainst(CostImp const& cost) const;
 };
 
+// The checks take the loop of the implicit copy of an array for code of ours.
+// NOLINTNEXTLINE(bugprone-reserved-identifier, readability-identifier-naming)
 struct PriorsModel {
     struct Vector {
         std::vector<double> values;
@@ -41,7 +42,7 @@ struct PriorsModel {
         }
     };
 
-    std::array<std::optional<Vector>, 4> vectors = {Vector{}};
+    std::optional<Vector> vectors[4] = {Vector{}, std::nullopt, std::nullopt, std::nullopt};
     bool isToAlter = false;
     int type = 0;
 
