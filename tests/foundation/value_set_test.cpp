@@ -182,6 +182,7 @@ TEST(NValueSetTest, KeepsTheOrderOfAddingWithoutDuplicates) {
 // What does not fit an int is neither taken for the smallest one nor wrapped around.
 TEST(NValueSetTest, ContainsWholeNumbersOnly) {
     NValueSet set;
+    EXPECT_TRUE(set.IsNominalValueSet() && !OValueSet().IsNominalValueSet());
     for (int const code : {0, 2, INT_MIN, INT_MAX}) {
         set.Add(code);
     }

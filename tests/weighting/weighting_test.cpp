@@ -65,6 +65,7 @@ TEST(CostTest, CellsAreCheckedAndTheMatrixGrowsByDefaultCosts) {
 
     std::unique_ptr<Cost> const clone(cost.Clone());
     cost.Resize(-3);
+    cost.Resize(0);
     cost.Resize(4);
     EXPECT_EQ(CellsOf(cost), rows[9].cells);
     cost.Resize(2);
