@@ -173,7 +173,6 @@ public:
 private:
     using Children = InlineVector<std::unique_ptr<NodeImp>, 2>;
 
-    int ClassifyByRules(double const* obs) const;
     static void DeleteSubtree(std::unique_ptr<NodeImp> root) noexcept;
     void ReleaseInformationAndRules() noexcept;
     void CopyAllButChildren(NodeImp const& other);

@@ -48,8 +48,9 @@ NodeImp& NodeImp::operator=(NodeImp const& other) {
     std::vector<CopyJob> pending;
     auto const copyNode = [&pending](NodeImp const& source, NodeImp& target) {
         target.CopyAllButChildren(source);
-        target.SetNumChildren(source.GetNumChildren());
-        for (auto pos = static_cast<unsigned int>(source.children_.size()); pos-- > 0;) {
+        int const numChildren = source.GetNumChildren();
+        target.SetNumChildren(numChildren);
+        for (auto pos = static_cast<unsigned int>(std::max(numChildren, 0)); pos-- > 0;) {
             if (NodeImp const* const child = source.GetChildImp(pos)) {
                 pending.push_back({child, &target, pos});
             }

@@ -19,20 +19,16 @@ int ChildFor(SplitRuleImp const& rule, double const* obs) {
     return ordered != nullptr ? ClassifyOrdered(*ordered, value) : rule.Classify(value);
 }
 
-}  // namespace
-
-int NodeImp::Classify(double const* obs) const { return ClassifyByRules(obs); }
-
-inline int NodeImp::ClassifyByRules(double const* obs) const {
-    if (children_.empty() || competitors_.empty() || competitors_.front() == nullptr) {
-        return -1;
-    }
-    SplitRuleImp const& primary = *competitors_.front();
+// Where the rules send an observation: the primary split, or the first surrogate that places it, or
+// the child for what nothing places.
+int ClassifyByRules(SplitRuleImp const& primary,
+                    std::vector<std::unique_ptr<SplitRuleImp>> const& surrogates,
+                    double const* obs) {
     int const pos = ChildFor(primary, obs);
     if (pos >= 0) {
         return pos;
     }
-    for (std::unique_ptr<SplitRuleImp> const& surrogate : surrogates_) {
+    for (std::unique_ptr<SplitRuleImp> const& surrogate : surrogates) {
         if (surrogate == nullptr) {
             continue;
         }
@@ -44,11 +40,20 @@ inline int NodeImp::ClassifyByRules(double const* obs) const {
     return primary.GetDumbChildPos();
 }
 
+}  // namespace
+
+int NodeImp::Classify(double const* obs) const {
+    if (GetNumChildren() <= 0 || competitors_.empty() || competitors_.front() == nullptr) {
+        return -1;
+    }
+    return ClassifyByRules(*competitors_.front(), surrogates_, obs);
+}
+
 NodeImp const* NodeImp::DropObservationThroughTree(double const* obs, NodeImp const* stop) const {
     NodeImp const* node = this;
     while (node != stop) {
         bool const isPlain = typeid(*node) == typeid(NodeImp);
-        int const pos = isPlain ? node->ClassifyByRules(obs) : node->Classify(obs);
+        int const pos = isPlain ? node->NodeImp::Classify(obs) : node->Classify(obs);
         bool const hasSlot = pos >= 0 && static_cast<std::size_t>(pos) < node->children_.size();
         NodeImp const* const next =
             hasSlot ? node->children_[static_cast<std::size_t>(pos)].get() : nullptr;

@@ -8,8 +8,8 @@
 #include <algorithm>
 #include <cmath>
 #include <limits>
+#include <new>
 #include <optional>
-#include <stdexcept>
 #include <utility>
 
 namespace tree_800 {
@@ -24,14 +24,12 @@ using Surrogate = RouterTables::Surrogate;
 // The indices of all tables are ints.
 int Index(std::size_t i) {
     if (i > static_cast<std::size_t>(std::numeric_limits<int>::max())) {
-        throw std::length_error("a tree too large for a router");
+        throw std::bad_alloc();
     }
     return static_cast<int>(i);
 }
 
 bool IsLeaf(NodeImp const& node) { return node.GetNumChildren() == 0; }
-
-bool SameCode(double a, double b) { return a == b || (std::isnan(a) && std::isnan(b)); }
 
 // The positions that a rule with one cut point answers.
 struct Sides {
@@ -39,10 +37,8 @@ struct Sides {
     int above;
 };
 
-// Sides of a binary split that sends the low values to one of two children, the rest to the other.
-bool AreBothChildren(Sides const& sides) {
-    return sides.below >= 0 && sides.above >= 0 && sides.below != sides.above;
-}
+// Whether the rule chooses between two children whose records differ in the last bit of their index.
+bool AreNeighbours(Sides const& sides) { return sides.below >= 0 && (sides.below ^ 1) == sides.above; }
 
 // The child to have close by: the biggest one, unless it is a leaf and the other is not; null when
 // both are leaves.
@@ -64,12 +60,15 @@ public:
             Job const job = pending_.back();
             pending_.pop_back();
             if (IsLeaf(*job.node)) {
-                records_[job.record] = {0.0, Index(leaves_.size()), RouterTables::IsLeaf};
+                records_[job.record] = {0.0, 0, ~Index(leaves_.size())};
                 leaves_.push_back(job.node);
             } else {
                 AddInnerNode(job);
             }
         }
+        tables_.firstFallback = Index(records_.size());
+        records_.insert(records_.end(), firstSurrogates_.begin(), firstSurrogates_.end());
+        Index(records_.size());
         tables_.records = TableMemory<Record>(records_);
         tables_.fallbacks = TableMemory<Fallback>(fallbacks_);
         tables_.leaves = TableMemory<NodeImp const*>(leaves_);
@@ -89,6 +88,7 @@ private:
     std::size_t AddPairs(std::size_t n) {
         std::size_t const first = fallbacks_.size();
         fallbacks_.resize(first + n + n % 2);
+        firstSurrogates_.resize(fallbacks_.size(), NoRecord);
         records_.resize(2 * fallbacks_.size());
         return first;
     }
@@ -121,66 +121,62 @@ private:
         SplitRuleImp const& primary = *node.GetCompetitorImp(0);
         int const numChildren = node.GetNumChildren();
         std::optional<Sides> const sides = numChildren == 2 ? OneCut(primary) : std::nullopt;
-        bool const isBinary = sides && AreBothChildren(*sides);
-        int const swap = isBinary ? sides->below : 0;
+        bool const isBinary = sides && AreNeighbours(*sides);
         Place const place = isBinary
                                 ? FindPlace(job)
                                 : Place{AddPairs((static_cast<std::size_t>(numChildren) + 1) / 2)};
-        std::size_t const firstChild = 2 * place.pair;
-        if (isBinary) {
-            double const cut = static_cast<OSplitRule const&>(primary).GetCutPoint();
-            records_[job.record] = {cut, Predictor(primary), Index(firstChild)};
-        } else {
-            records_[job.record] = {0.0, AddRule(primary, numChildren), ~Index(firstChild)};
-        }
-        AddFallback(node, place.pair, isBinary, swap);
+        int const firstChild = Index(2 * place.pair);
+        records_[job.record] = isBinary ? MakeRecord(primary, firstChild + sides->below)
+                                        : Record{0.0, ~AddRule(primary, numChildren), ~firstChild};
+        AddFallback(node, place.pair, isBinary);
         for (int pos = numChildren - 1; pos >= 0; --pos) {
             NodeImp const* const child = node.GetChildImp(static_cast<unsigned int>(pos));
-            pending_.push_back({child, firstChild + static_cast<std::size_t>(pos ^ swap),
+            pending_.push_back({child, static_cast<std::size_t>(firstChild + pos),
                                 child == place.busier ? place.pairOfBusier : 0});
         }
     }
 
     // A binary split with a child for missing values places every value.
-    void AddFallback(NodeImp const& node, std::size_t pair, bool isBinary, int swap) {
+    void AddFallback(NodeImp const& node, std::size_t pair, bool isBinary) {
         int const missing = node.GetCompetitorImp(0)->GetMissingValueMapping();
         bool const isPlaced = isBinary && missing >= 0;
-        int const otherwise = isPlaced ? missing : node.GetBiggestChildPos();
-        Fallback fallback{{0.0, 0, -1, -1, -1, false, true},
-                          &node,
-                          Index(tables_.surrogates.size()),
-                          Swapped(otherwise, swap)};
+        fallbacks_[pair] = {&node, -1, isPlaced ? missing : node.GetBiggestChildPos()};
         bool isFirst = true;
         for (unsigned int i = 0; i < node.GetNumSurrogates() && !isPlaced; ++i) {
             SplitRuleImp const* const rule = node.GetSurrogateImp(i);
             if (rule == nullptr) {
                 continue;
             }
-            Surrogate const surrogate = MakeSurrogate(*rule, node.GetNumChildren(), swap);
-            if (isFirst) {
-                fallback.surrogate = surrogate;
-                isFirst = false;
+            std::optional<Sides> const sides = OneCut(*rule);
+            if (isFirst && sides && AreNeighbours(*sides) && rule->GetMissingValueMapping() < 0) {
+                firstSurrogates_[pair] = MakeRecord(*rule, Index(2 * pair) + sides->below);
             } else {
-                fallback.surrogate.isLast = false;
-                if (Index(tables_.surrogates.size()) != fallback.nextSurrogate) {
-                    tables_.surrogates.back().isLast = false;
-                }
-                tables_.surrogates.push_back(surrogate);
+                AddSurrogate(fallbacks_[pair], MakeSurrogate(*rule, sides, node.GetNumChildren()));
             }
+            isFirst = false;
         }
-        fallbacks_[pair] = fallback;
     }
 
-    static int Swapped(int position, int swap) { return position >= 0 ? position ^ swap : -1; }
-
-    Surrogate MakeSurrogate(SplitRuleImp const& rule, int numChildren, int swap) {
-        std::optional<Sides> const sides = OneCut(rule);
-        if (!sides || numChildren > std::numeric_limits<std::int8_t>::max()) {
-            return {0.0, AddRule(rule, numChildren), 0, static_cast<std::int8_t>(swap), 0, true,
-                    true};
+    void AddSurrogate(Fallback& fallback, Surrogate const& surrogate) {
+        if (fallback.firstSurrogate < 0) {
+            fallback.firstSurrogate = Index(tables_.surrogates.size());
+        } else {
+            tables_.surrogates.back().isLast = false;
         }
-        auto const position = [swap](int child) {
-            return static_cast<std::int8_t>(Swapped(child, swap));
+        tables_.surrogates.push_back(surrogate);
+    }
+
+    Record MakeRecord(SplitRuleImp const& rule, int next) {
+        return {static_cast<OSplitRule const&>(rule).GetCutPoint(), Predictor(rule), next};
+    }
+
+    Surrogate MakeSurrogate(SplitRuleImp const& rule, std::optional<Sides> const& sides,
+                            int numChildren) {
+        if (!sides || numChildren > std::numeric_limits<std::int8_t>::max()) {
+            return {0.0, AddRule(rule, numChildren), 0, 0, 0, true, true};
+        }
+        auto const position = [](int child) {
+            return static_cast<std::int8_t>(std::max(child, -1));
         };
         return {static_cast<OSplitRule const&>(rule).GetCutPoint(),
                 Predictor(rule),
@@ -197,12 +193,14 @@ private:
         if (ordered == nullptr || ordered->GetNumCutPoints() != 1) {
             return std::nullopt;
         }
-        if (!missingValue_) {
-            missingValue_ = ordered->GetMissingValue();
-        }
-        if (*missingValue_ == 0.0 || !SameCode(*missingValue_, ordered->GetMissingValue())) {
+        double const missingValue = ordered->GetMissingValue();
+        if (missingValue == 0.0 || std::isnan(missingValue)) {
             return std::nullopt;
         }
+        if (missingValue_.value_or(missingValue) != missingValue) {
+            return std::nullopt;
+        }
+        missingValue_ = missingValue;
         int const above = ordered->GetUpperChild();
         int const below = ordered->GetCutPointItem(0).child;
         return Sides{below >= 0 ? below : above, above};
@@ -260,8 +258,12 @@ private:
         return true;
     }
 
+    // Of a fallback that asks for more than a record.
+    static constexpr Record NoRecord = {0.0, -1, -1};
+
     RouterTables& tables_;
     std::vector<Record> records_;
+    std::vector<Record> firstSurrogates_;
     std::vector<Fallback> fallbacks_;
     std::vector<NodeImp const*> leaves_;
     std::vector<Job> pending_;

@@ -14,42 +14,39 @@ namespace tree_800 {
 
 class NodeImp;
 
-/// What a TreeRouter routes by. Every node is a record, and siblings are neighbours, the first of
-/// them at an even index. Nearly every node of a grown tree splits in two at one cut point, and its
-/// record alone decides; whatever else a node may need is out of line.
-///
-/// A child's position is counted in records here: 0 is the first. In a binary split whose rule
-/// sends the low values to child 1 the children have changed places.
+/// What a TreeRouter routes by. Every node is a record, and the children of a node are neighbours,
+/// the first of them at an even index. Nearly every node of a grown tree splits in two at one cut
+/// point, and so does its first surrogate: their records alone decide. Whatever else a node may
+/// need is out of line.
 class RouterTables {
 public:
-    /// A binary split: values up to the cut go to the record `next`, all others, NaN too, to the
-    /// one after it, but the missing-value code takes the node's fallback. With a negative `next`,
-    /// another node: a leaf, or one that is split by any other rule and has its children at ~next.
+    /// Values up to the cut go to the record `next`, all others, NaN too, to its neighbour, which
+    /// differs in the last bit; but the missing-value code goes to the fallback. A negative `next`
+    /// is ~number of a leaf or, where `predictor` is ~index of a rule, ~index of the first child.
     struct Record {
         double cut;
-        int predictor;  ///< or the number of the leaf, or the index of the rule
+        int predictor;
         int next;
+
+        bool IsLeaf() const noexcept { return next < 0 && predictor >= 0; }
     };
-    static constexpr int IsLeaf = -1;
 
     /// A rule with one cut point and the tree's missing-value code, or any other one.
     struct Surrogate {
         double cut;
         int predictor;  ///< or the index of the rule
         std::int8_t below;
-        std::int8_t above;  ///< or 1 where the rule's positions 0 and 1 change places
+        std::int8_t above;
         std::int8_t missing;
         bool isRule : 1;
         bool isLast : 1;  ///< of the node's surrogates
     };
 
-    /// What a node needs when its rule places nothing; at half the index of its first child. The
-    /// first surrogate is at hand, one that places nothing where the node has none.
-    struct alignas(32) Fallback {
-        Surrogate surrogate;
+    /// The end of a node's fallback.
+    struct Fallback {
         NodeImp const* node;
-        int nextSurrogate;  ///< index of the second one
-        int otherwise;      ///< position for what no surrogate places; negative for none
+        int firstSurrogate;  ///< that has no record of its own; negative for none
+        int otherwise;       ///< position for what no surrogate places; negative for none
     };
 
     struct Rule {
@@ -66,15 +63,18 @@ public:
     /// Compiles a tree in which CheckTree finds no problem.
     explicit RouterTables(NodeImp const& root);
 
+    /// Of the nodes, then of their fallbacks: what stands at half the index of a node's first child
+    /// is the node's first surrogate, or a rule of no index where that one needs more than a record.
     TableMemory<Record> records;
-    TableMemory<Fallback> fallbacks;
+    int firstFallback = 0;
+    TableMemory<Fallback> fallbacks;  ///< in the same order
     std::vector<Surrogate> surrogates;
     std::vector<Rule> rules;
     std::vector<double> cuts;
     std::vector<int> positions;
     std::vector<std::unique_ptr<SplitRuleImp const>> clones;
     TableMemory<NodeImp const*> leaves;
-    double missingValue;  ///< of all cuts; never 0, whose two signs differ in their bits
+    double missingValue;  ///< of all cuts; neither 0 nor NaN, so that its bits tell it
     std::size_t numPredictors = 0;
 };
 

@@ -23,7 +23,7 @@ using Surrogate = RouterTables::Surrogate;
 // A row answers the value of a predictor.
 struct Observation {
     double const* values;
-    double operator[](int predictor) const { return values[predictor]; }
+    double operator[](int predictor) const { return values[static_cast<unsigned int>(predictor)]; }
 };
 
 struct StridedObservation {
@@ -74,8 +74,7 @@ template <typename Row>
 int Place(RouterTables const& tables, Surrogate const& surrogate, Row row) {
     if (surrogate.isRule) {
         Rule const& rule = tables.rules[static_cast<std::size_t>(surrogate.predictor)];
-        int const pos = Place(tables, rule, row[rule.predictor]);
-        return pos >= 0 ? pos ^ surrogate.above : pos;
+        return Place(tables, rule, row[rule.predictor]);
     }
     double const value = row[surrogate.predictor];
     if (value == tables.missingValue) {
@@ -84,34 +83,40 @@ int Place(RouterTables const& tables, Surrogate const& surrogate, Row row) {
     return value <= surrogate.cut ? surrogate.below : surrogate.above;
 }
 
-// The record at which a walk goes on, or its end: ~index of the fallback of the inner node that
-// does not place the row.
+// Where a walk goes on from the record `at`, which does not decide by itself: the next record, or
+// the end of the walk, ~index of the fallback of the inner node that does not place the row.
 template <typename Row>
-int PlaceByFallback(RouterTables const& tables, Row row, int firstChild) {
-    Fallback const& fallback = tables.fallbacks[firstChild / 2];
-    int position = Place(tables, fallback.surrogate, row);
-    if (position == Unplaced && !fallback.surrogate.isLast) {
-        Surrogate const* next =
-            &tables.surrogates[static_cast<std::size_t>(fallback.nextSurrogate)];
-        position = Place(tables, *next, row);
-        while (position == Unplaced && !next->isLast) {
-            position = Place(tables, *++next, row);
+int PlaceByFallback(RouterTables const& tables, Row row, int pair) {
+    Fallback const& fallback = tables.fallbacks[pair];
+    int position = Unplaced;
+    if (fallback.firstSurrogate >= 0) {
+        Surrogate const* surrogate =
+            &tables.surrogates[static_cast<std::size_t>(fallback.firstSurrogate)];
+        position = Place(tables, *surrogate, row);
+        while (position == Unplaced && !surrogate->isLast) {
+            position = Place(tables, *++surrogate, row);
         }
     }
     if (position == Unplaced) {
         position = fallback.otherwise;
     }
-    return position >= 0 ? firstChild + position : ~(firstChild / 2);
+    return position >= 0 ? 2 * pair + position : ~pair;
 }
 
-// The same for a node that is split by a rule of the tables.
 template <typename Row>
-int PlaceByRule(RouterTables const& tables, Row row, Record const& record) {
-    Rule const& rule = tables.rules[static_cast<std::size_t>(record.predictor)];
+[[gnu::noinline]] int PlaceOutOfLine(RouterTables const& tables, Row row, int at) {
+    if (at >= tables.firstFallback) {
+        return PlaceByFallback(tables, row, at - tables.firstFallback);
+    }
+    Record const& record = tables.records[at];
+    if (record.next >= 0) {  // the missing-value code
+        return tables.firstFallback + record.next / 2;
+    }
+    Rule const& rule = tables.rules[static_cast<std::size_t>(~record.predictor)];
     int const firstChild = ~record.next;
     int const position = Place(tables, rule, row[rule.predictor]);
     if (position == Unplaced) {
-        return PlaceByFallback(tables, row, firstChild);
+        return tables.firstFallback + firstChild / 2;
     }
     return position >= 0 ? firstChild + position : ~(firstChild / 2);
 }
@@ -122,16 +127,19 @@ std::uint64_t Bits(double value) {
     return bits;
 }
 
-// One step from a binary split. The bits tell the missing-value code with one test where doubles
-// need two.
+// One step from the record `at`, not of a leaf; the answer is that of PlaceOutOfLine. The bits tell
+// the missing-value code with one test where doubles need two.
 template <typename Row>
-int Step(RouterTables const& tables, std::uint64_t missing, Row row, Record const& split) {
-    double const value = row[split.predictor];
-    if (Bits(value) == missing) {
-        // A code that is NaN equals nothing.
-        return std::isnan(value) ? split.next + 1 : PlaceByFallback(tables, row, split.next);
+[[gnu::always_inline]] inline int Step(RouterTables const& tables, std::uint64_t missing, Row row, Record const& record, int at) {
+    int const next = record.next;
+    if (next >= 0) {
+        double const value = row[record.predictor];
+        int const child = record.cut >= value ? next : next ^ 1;
+        if (__builtin_expect(Bits(value) != missing, 1)) {
+            return child;
+        }
     }
-    return split.next + (value <= split.cut ? 0 : 1);
+    return PlaceOutOfLine(tables, row, at);
 }
 
 // Walks from a record on. Answers the number of a leaf or, as above, the end at an inner node.
@@ -140,61 +148,85 @@ int Walk(RouterTables const& tables, Row row, int at) {
     Record const* const records = tables.records.Data();
     std::uint64_t const missing = Bits(tables.missingValue);
     while (at >= 0) {
-        Record const& record = records[at];
-        if (record.next >= 0) {
-            at = Step(tables, missing, row, record);
-        } else if (record.next == RouterTables::IsLeaf) {
-            return record.predictor;
-        } else {
-            at = PlaceByRule(tables, row, record);
+        Record const& record = records[static_cast<unsigned int>(at)];
+        if (record.IsLeaf()) {
+            return ~record.next;
         }
+        at = Step(tables, missing, row, record, at);
     }
     return at;
 }
 
+// Asks memory for a row that fills a few cache lines at most; a walk reads most of them, and would
+// wait for one after the other. Of a longer row, or one that is scattered, it may not need many.
+void Fetch(Observation row, std::size_t numPredictors) {
+    constexpr std::size_t ValuesPerLine = 8;
+    constexpr std::size_t MostLines = 8;
+    if (numPredictors <= MostLines * ValuesPerLine) {
+        for (std::size_t i = 0; i < numPredictors; i += ValuesPerLine) {
+            __builtin_prefetch(row.values + i);
+        }
+    }
+}
+
+void Fetch(StridedObservation /*row*/, std::size_t /*numPredictors*/) {}
+
+int WalkOne(RouterTables const& tables, Observation row) {
+    Fetch(row, tables.numPredictors);
+    return Walk(tables, row, 0);
+}
+
 // Walks all rows, of which there are at least as many as lanes, several at a time: while one waits
 // for its record, the others go on. A row that has come to its end leaves its lane to the next one.
-// `rowAt(i)` answers a row, `store(i, end)` takes the end of its walk.
-template <std::size_t NumLanes, bool Prefetch, typename RowAt, typename Store>
-void WalkLanes(RouterTables const& tables, std::size_t numRows, RowAt rowAt, Store store) {
+// `rowAt(i)` answers a row, `store(i, end)` takes the end of its walk. Each lane has code of its
+// own, so that its state stays in place.
+template <bool FetchRecords, typename RowAt, typename Store, std::size_t... I>
+void WalkLanes(RouterTables const& tables, std::size_t numRows, RowAt rowAt, Store store,
+               std::index_sequence<I...> /*lanes*/) {
     struct Lane {
         decltype(rowAt(0)) row;
         std::size_t number;
         int at;
     };
+    constexpr std::size_t RowsAhead = 16;
     Record const* const records = tables.records.Data();
     std::uint64_t const missing = Bits(tables.missingValue);
+    Lane lanes[sizeof...(I)];
     std::size_t nextRow = 0;
-    Lane lanes[NumLanes];
-    for (Lane& lane : lanes) {
+    auto const enter = [&](Lane& lane) {
         lane = {rowAt(nextRow), nextRow, 0};
+        Fetch(rowAt(std::min(nextRow + RowsAhead, numRows - 1)), tables.numPredictors);
         ++nextRow;
-    }
-    for (;;) {
-        for (Lane& lane : lanes) {
-            Record const& record = records[lane.at];
-            int end = record.predictor;
-            if (record.next != RouterTables::IsLeaf) {
-                end = record.next >= 0 ? Step(tables, missing, lane.row, record)
-                                       : PlaceByRule(tables, lane.row, record);
-                if (end >= 0) {
-                    lane.at = end;
-                    if constexpr (Prefetch) {
-                        __builtin_prefetch(records + lane.at);
-                    }
-                    continue;
+    };
+    // Whether there was a row left for the lane if it needed one.
+    auto const step = [&](Lane& lane) __attribute__((always_inline)) {
+        Record const& record = records[static_cast<unsigned int>(lane.at)];
+        int end = ~record.next;
+        if (__builtin_expect(!record.IsLeaf(), 1)) {
+            int const next = Step(tables, missing, lane.row, record, lane.at);
+            if (next >= 0) {
+                lane.at = next;
+                if constexpr (FetchRecords) {
+                    __builtin_prefetch(records + next);
                 }
+                return true;
             }
-            store(lane.number, end);
-            if (nextRow == numRows) {
-                std::swap(lane, lanes[NumLanes - 1]);
-                std::for_each(lanes, lanes + NumLanes - 1, [&](Lane const& other) {
-                    store(other.number, Walk(tables, other.row, other.at));
-                });
-                return;
-            }
-            lane = {rowAt(nextRow), nextRow, 0};
-            ++nextRow;
+            end = next;
+        }
+        store(lane.number, end);
+        if (nextRow == numRows) {
+            lane.number = numRows;
+            return false;
+        }
+        enter(lane);
+        return true;
+    };
+    (enter(lanes[I]), ...);
+    while ((step(lanes[I]) && ...)) {
+    }
+    for (Lane const& lane : lanes) {
+        if (lane.number != numRows) {
+            store(lane.number, Walk(tables, lane.row, lane.at));
         }
     }
 }
@@ -203,12 +235,12 @@ void WalkLanes(RouterTables const& tables, std::size_t numRows, RowAt rowAt, Sto
 // it early.
 template <typename RowAt, typename Store>
 void WalkAll(RouterTables const& tables, std::size_t numRows, RowAt rowAt, Store store) {
-    constexpr std::size_t FewLanes = 8;
-    constexpr std::size_t ManyLanes = 32;
-    if (numRows >= ManyLanes && tables.records.IsLarge()) {
-        WalkLanes<ManyLanes, true>(tables, numRows, rowAt, store);
-    } else if (numRows >= FewLanes) {
-        WalkLanes<FewLanes, false>(tables, numRows, rowAt, store);
+    std::make_index_sequence<8> const fewLanes;
+    std::make_index_sequence<32> const manyLanes;
+    if (numRows >= manyLanes.size() && tables.records.IsLarge()) {
+        WalkLanes<true>(tables, numRows, rowAt, store, manyLanes);
+    } else if (numRows >= fewLanes.size()) {
+        WalkLanes<false>(tables, numRows, rowAt, store, fewLanes);
     } else {
         for (std::size_t i = 0; i < numRows; ++i) {
             store(i, Walk(tables, rowAt(i), 0));
@@ -278,11 +310,11 @@ std::size_t TreeRouter::GetTableSize() const noexcept {
 }
 
 NodeImp const* TreeRouter::Route(double const* obs) const {
-    return NodeAt(*tables_, Walk(*tables_, Observation{obs}, 0));
+    return NodeAt(*tables_, WalkOne(*tables_, Observation{obs}));
 }
 
 int TreeRouter::RouteToLeaf(double const* obs) const {
-    return std::max(Walk(*tables_, Observation{obs}, 0), -1);
+    return std::max(WalkOne(*tables_, Observation{obs}), -1);
 }
 
 void TreeRouter::Route(RowBatch const& rows, NodeImp const** nodes) const {
