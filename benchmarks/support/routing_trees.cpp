@@ -213,6 +213,10 @@ private:
     std::array<std::vector<int>, NumPredictors> codes_;  // the categories that reach the node
 };
 
+std::unique_ptr<NodeImp> Copy(NodeImp const& tree) {
+    return std::unique_ptr<NodeImp>(tree.Clone());
+}
+
 template <typename MakeValue>
 std::vector<double> MakeRows(int missingPercent, MakeValue makeValue) {
     std::mt19937_64 random(static_cast<unsigned int>(missingPercent));
@@ -244,7 +248,7 @@ std::unique_ptr<NodeImp> MakeBinaryTree(int leaves) {
     if (shape == std::end(BinaryShapes)) {
         throw std::invalid_argument("no shape for a binary tree of so many leaves");
     }
-    return BinaryTreeMaker(*shape).Make(leaves);
+    return Copy(*BinaryTreeMaker(*shape).Make(leaves));
 }
 
 std::vector<double> MakeOrderedRows(int missingPercent) {
@@ -252,7 +256,7 @@ std::vector<double> MakeOrderedRows(int missingPercent) {
 }
 
 std::unique_ptr<NodeImp> MakeMultiwayTree(int leaves) {
-    return MultiwayTreeMaker(leaves).Make(leaves);
+    return Copy(*MultiwayTreeMaker(leaves).Make(leaves));
 }
 
 std::vector<double> MakeMixedRows(int missingPercent) {

@@ -11,7 +11,8 @@
 
 /// Trees and the rows to route through them, the same in every run. The leaves of a binary tree
 /// receive about equally many of the rows, and so, roughly, do those of a multiway tree. Leaves are
-/// numbered from 0 in pre-order by their ids; every node holds the counts of three classes.
+/// numbered from 0 in pre-order by their ids; every node holds the counts of three classes. A tree
+/// is a copy: its nodes lie in memory in pre-order, as NodeImp::Clone makes them.
 namespace tree_800::bench {
 
 constexpr std::size_t NumPredictors = 20;

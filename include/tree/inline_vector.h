@@ -13,7 +13,7 @@ namespace tree_800 {
 /// A sequence whose first N elements lie in the object itself and only the others elsewhere, so
 /// that routing reaches the two children of a node, its primary split and the cut point of that
 /// split in one step each. It is the part of std::vector that nodes and rules need, under the same
-/// names and with the same guarantees.
+/// names and with the same guarantees; beyond those, front() of an empty sequence is a T().
 template <typename T, std::size_t N>
 class InlineVector {
     template <typename Vector, typename Element>

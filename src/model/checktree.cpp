@@ -76,28 +76,36 @@ private:
         if (node.GetNumCompetitors() == 0 || node.GetCompetitorImp(0) == nullptr) {
             Report("The node has children and no primary split.");
         } else {
-            CheckRule(*node.GetCompetitorImp(0), "The primary split", numChildren);
+            CheckRule(*node.GetCompetitorImp(0), Primary, numChildren);
             if (node.GetBiggestChildPos() >= numChildren) {
                 Report("The biggest child's position lies beyond the children.");
             }
         }
         for (unsigned int i = 0; i < node.GetNumSurrogates(); ++i) {
             if (SplitRuleImp const* const surrogate = node.GetSurrogateImp(i)) {
-                CheckRule(*surrogate, "Surrogate " + std::to_string(i), numChildren);
+                CheckRule(*surrogate, static_cast<int>(i), numChildren);
             }
         }
     }
 
-    void CheckRule(SplitRuleImp const& rule, std::string const& name, int numChildren) {
+    static constexpr int Primary = -1;
+
+    // A rule is named by its number among the surrogates.
+    void ReportRule(int number, char const* what) {
+        Report((number == Primary ? "The primary split" : "Surrogate " + std::to_string(number)) +
+               what);
+    }
+
+    void CheckRule(SplitRuleImp const& rule, int number, int numChildren) {
         if (rule.GetPredictorIndex() < 0) {
-            Report(name + " has a negative predictor index.");
+            ReportRule(number, " has a negative predictor index.");
         }
         if (rule.GetNumChildren() > numChildren) {
-            Report(name + " answers a position beyond the children.");
+            ReportRule(number, " answers a position beyond the children.");
         }
         bool const isPlain = AsPlainOrdered(rule) != nullptr || AsPlainNominal(rule) != nullptr;
         if (!isPlain && std::unique_ptr<SplitRuleImp const>(rule.Clone()) == nullptr) {
-            Report(name + " has no clone.");
+            ReportRule(number, " has no clone.");
         }
     }
 

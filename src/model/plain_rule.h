@@ -11,7 +11,7 @@ namespace tree_800 {
 /// The rule as one of the library's own two kinds, or null. A class derived from these may override
 /// Classify and is a kind of its own.
 inline OSplitRule const* AsPlainOrdered(SplitRuleImp const& rule) noexcept {
-    return typeid(rule) == typeid(OSplitRule) ? static_cast<OSplitRule const*>(&rule) : nullptr;
+    return &typeid(rule) == &typeid(OSplitRule) ? static_cast<OSplitRule const*>(&rule) : nullptr;
 }
 
 /// OSplitRule::Classify, for callers that know the kind of the rule and can do without the virtual
@@ -36,7 +36,7 @@ inline int ClassifyOrdered(OSplitRule const& rule, double value) {
 }
 
 inline NSplitRule const* AsPlainNominal(SplitRuleImp const& rule) noexcept {
-    return typeid(rule) == typeid(NSplitRule) ? static_cast<NSplitRule const*>(&rule) : nullptr;
+    return &typeid(rule) == &typeid(NSplitRule) ? static_cast<NSplitRule const*>(&rule) : nullptr;
 }
 
 }  // namespace tree_800

@@ -37,8 +37,11 @@ struct Sides {
     int above;
 };
 
-// Whether the rule chooses between two children whose records differ in the last bit of their index.
-bool AreNeighbours(Sides const& sides) { return sides.below >= 0 && (sides.below ^ 1) == sides.above; }
+// Whether the rule chooses between two children whose records differ in the last bit of their
+// index.
+bool AreNeighbours(Sides const& sides) {
+    return sides.below >= 0 && (sides.below ^ 1) == sides.above;
+}
 
 // The child to have close by: the biggest one, unless it is a leaf and the other is not; null when
 // both are leaves.

@@ -64,7 +64,8 @@ public:
     explicit RouterTables(NodeImp const& root);
 
     /// Of the nodes, then of their fallbacks: what stands at half the index of a node's first child
-    /// is the node's first surrogate, or a rule of no index where that one needs more than a record.
+    /// is the node's first surrogate, or a rule of no index where that one needs more than a
+    /// record.
     TableMemory<Record> records;
     int firstFallback = 0;
     TableMemory<Fallback> fallbacks;  ///< in the same order

@@ -130,7 +130,8 @@ std::uint64_t Bits(double value) {
 // One step from the record `at`, not of a leaf; the answer is that of PlaceOutOfLine. The bits tell
 // the missing-value code with one test where doubles need two.
 template <typename Row>
-[[gnu::always_inline]] inline int Step(RouterTables const& tables, std::uint64_t missing, Row row, Record const& record, int at) {
+[[gnu::always_inline]] inline int Step(RouterTables const& tables, std::uint64_t missing, Row row,
+                                       Record const& record, int at) {
     int const next = record.next;
     if (next >= 0) {
         double const value = row[record.predictor];
@@ -199,7 +200,7 @@ void WalkLanes(RouterTables const& tables, std::size_t numRows, RowAt rowAt, Sto
         ++nextRow;
     };
     // Whether there was a row left for the lane if it needed one.
-    auto const step = [&](Lane& lane) __attribute__((always_inline)) {
+    auto const step = [&](Lane & lane) __attribute__((always_inline)) {
         Record const& record = records[static_cast<unsigned int>(lane.at)];
         int end = ~record.next;
         if (__builtin_expect(!record.IsLeaf(), 1)) {
