@@ -28,6 +28,13 @@ std::vector<Node const*> NodesOf(NodeImp const& root) {
 
 void Sizes(benchmark::internal::Benchmark* benchmark) { benchmark->Arg(1'000)->Arg(30'000); }
 
+void CloneSizes(benchmark::internal::Benchmark* benchmark) {
+    Sizes(benchmark);
+    if (!IsSmokeRun()) {
+        benchmark->Arg(1'000'000);
+    }
+}
+
 NodeImp const& Tree(benchmark::State const& state) { return *Cached<MakeBinaryTree>(Size(state)); }
 
 std::size_t NumNodes(benchmark::State const& state) { return NodesOf(Tree(state)).size(); }
@@ -52,7 +59,7 @@ CloneTrace MakeCloneTrace(int leaves) {
 
 void BM_BuildTree(benchmark::State& state) {
     for (auto _ : state) {
-        auto root = MakeBinaryTree(Size(state));
+        auto root = BuildBinaryTree(Size(state));
         benchmark::DoNotOptimize(root);
         state.PauseTiming();
         root.reset();
@@ -77,7 +84,7 @@ void BM_CloneTree(benchmark::State& state) {
         static_cast<double>(Cached<MakeCloneTrace>(Size(state)).numBytes) /
         static_cast<double>(numNodes);
 }
-BENCHMARK(BM_CloneTree)->Apply(Sizes);
+BENCHMARK(BM_CloneTree)->Apply(CloneSizes);
 
 void BM_AllocateClone(benchmark::State& state) {
     CloneTrace& trace = Cached<MakeCloneTrace>(Size(state));
@@ -89,7 +96,7 @@ void BM_AllocateClone(benchmark::State& state) {
     }
     CountItems(state, NumNodes(state));
 }
-BENCHMARK(BM_AllocateClone)->Apply(Sizes);
+BENCHMARK(BM_AllocateClone)->Apply(CloneSizes);
 
 void BM_DestroyTree(benchmark::State& state) {
     NodeImp const& root = Tree(state);
@@ -101,7 +108,7 @@ void BM_DestroyTree(benchmark::State& state) {
     }
     CountItems(state, NumNodes(state));
 }
-BENCHMARK(BM_DestroyTree)->Apply(Sizes);
+BENCHMARK(BM_DestroyTree)->Apply(CloneSizes);
 
 void BM_ReleaseClone(benchmark::State& state) {
     CloneTrace& trace = Cached<MakeCloneTrace>(Size(state));
@@ -113,7 +120,7 @@ void BM_ReleaseClone(benchmark::State& state) {
     }
     CountItems(state, NumNodes(state));
 }
-BENCHMARK(BM_ReleaseClone)->Apply(Sizes);
+BENCHMARK(BM_ReleaseClone)->Apply(CloneSizes);
 
 void BM_CompareTrees(benchmark::State& state) {
     NodeImp const& root = Tree(state);

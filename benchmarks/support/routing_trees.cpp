@@ -241,15 +241,17 @@ void BinarySizes(benchmark::internal::Benchmark* benchmark) {
     }
 }
 
-std::unique_ptr<NodeImp> MakeBinaryTree(int leaves) {
+std::unique_ptr<NodeImp> BuildBinaryTree(int leaves) {
     auto const* const shape =
         std::find_if(std::begin(BinaryShapes), std::end(BinaryShapes),
                      [leaves](BinaryShape const& s) { return s.leaves == leaves; });
     if (shape == std::end(BinaryShapes)) {
         throw std::invalid_argument("no shape for a binary tree of so many leaves");
     }
-    return Copy(*BinaryTreeMaker(*shape).Make(leaves));
+    return BinaryTreeMaker(*shape).Make(leaves);
 }
+
+std::unique_ptr<NodeImp> MakeBinaryTree(int leaves) { return Copy(*BuildBinaryTree(leaves)); }
 
 std::vector<double> MakeOrderedRows(int missingPercent) {
     return MakeRows(missingPercent, [](std::size_t /*predictor*/, double value) { return value; });

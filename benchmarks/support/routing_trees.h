@@ -11,8 +11,9 @@
 
 /// Trees and the rows to route through them, the same in every run. The leaves of a binary tree
 /// receive about equally many of the rows, and so, roughly, do those of a multiway tree. Leaves are
-/// numbered from 0 in pre-order by their ids; every node holds the counts of three classes. A tree
-/// is a copy: its nodes lie in memory in pre-order, as NodeImp::Clone makes them.
+/// numbered from 0 in pre-order by their ids; every node holds the counts of three classes. But for
+/// BuildBinaryTree they are copies: their nodes lie in memory in pre-order, as NodeImp::Clone makes
+/// them.
 namespace tree_800::bench {
 
 constexpr std::size_t NumPredictors = 20;
@@ -27,6 +28,7 @@ void BinarySizes(benchmark::internal::Benchmark* benchmark);
 
 /// A tree of binary ordered rules on predictors with values in [0, 1). Every inner node has two
 /// surrogates, some of them reversed, and names its biggest child. leaves is one of BinarySizes.
+std::unique_ptr<NodeImp> BuildBinaryTree(int leaves);
 std::unique_ptr<NodeImp> MakeBinaryTree(int leaves);
 
 /// Rows for the binary trees, one after the other, of which so many values in a hundred are

@@ -31,7 +31,7 @@ TREE800_EXPORT std::vector<TreeProblem> CheckTree(NodeImp const& root);
 /// Rows of predictor values that the caller owns: the value of predictor p in row r is
 /// values[r * rowStride + p * predictorStride].
 struct RowBatch {
-    double const* values;         ///< of row 0, predictor 0; borrowed
+    double const* values;         ///< of row 0, predictor 0; borrowed; null only without rows
     std::size_t numRows;          ///< may be 0
     std::size_t rowStride;        ///< in values, from a row to the next
     std::size_t predictorStride;  ///< in values, from a predictor to the next
@@ -54,7 +54,8 @@ struct RowBatch {
 /// The tables are the router's own: edits of the tree after Compile do not reach them, and rules of
 /// a caller's own kind are kept as clones. The nodes that a router answers are the tree's: they are
 /// borrowed and dangle once the tree deletes them; leaf numbers stay good. Nodes are taken as
-/// NodeImp routes them: a class derived from it must not override Classify.
+/// NodeImp routes them: a class derived from it must not override Classify, nor what tells of
+/// children and rules.
 ///
 /// Immutable; any number of threads may use one router at a time as long as the Classify of every
 /// rule of a caller's own kind allows it. Routing allocates nothing.

@@ -43,16 +43,18 @@ int ClassifyByRules(SplitRuleImp const& primary,
 }  // namespace
 
 int NodeImp::Classify(double const* obs) const {
-    if (GetNumChildren() <= 0 || competitors_.front() == nullptr) {
+    if (GetNumChildren() <= 0 ||
+        competitors_.front() == nullptr) {  // null without competitors, too
         return -1;
     }
     return ClassifyByRules(*competitors_.front(), surrogates_, obs);
 }
 
 NodeImp const* NodeImp::DropObservationThroughTree(double const* obs, NodeImp const* stop) const {
-    // Asks memory for a child and its primary split before it is known which child is next: they
-    // are on their way while this node's rule is asked. A leaf has no rule, but a branch for it
-    // would be predicted badly.
+    // Reads a child and asks memory for its primary split, two cache lines, before it is known
+    // which child is next: both are on their way while this node's rule is asked. In place of a
+    // leaf's rule, which is null, the leaf itself is asked for, to no use: a branch around it would
+    // be predicted badly.
     auto const fetch = [](NodeImp const* child) {
         constexpr std::size_t LineSize = 64;
         if (child != nullptr) {
@@ -68,9 +70,10 @@ NodeImp const* NodeImp::DropObservationThroughTree(double const* obs, NodeImp co
             fetch(node->children_[0].get());
             fetch(node->children_[1].get());
         }
-        bool const isPlain = &typeid(*node) == &typeid(NodeImp) && !node->children_.empty() &&
-                             node->competitors_.front() != nullptr;
-        int const pos = isPlain
+        // What Classify does, without the virtual calls, which only derived classes need.
+        bool const routesByRules = &typeid(*node) == &typeid(NodeImp) && !node->children_.empty() &&
+                                   node->competitors_.front() != nullptr;
+        int const pos = routesByRules
                             ? ClassifyByRules(*node->competitors_.front(), node->surrogates_, obs)
                             : node->Classify(obs);
         bool const hasSlot = pos >= 0 && static_cast<std::size_t>(pos) < node->children_.size();

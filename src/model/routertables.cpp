@@ -37,16 +37,13 @@ struct Sides {
     int above;
 };
 
-// Whether the rule chooses between two children whose records differ in the last bit of their
-// index.
-bool AreNeighbours(Sides const& sides) {
-    return sides.below >= 0 && (sides.below ^ 1) == sides.above;
-}
+// Whether the rule chooses between the two children of a pair.
+bool ArePair(Sides const& sides) { return sides.below >= 0 && (sides.below ^ 1) == sides.above; }
 
 // The child to have close by: the biggest one, unless it is a leaf and the other is not; null when
 // both are leaves.
 NodeImp const* BusierInnerChild(NodeImp const& node) {
-    bool const secondIsBusier = node.GetBiggestChildPos() == 1;
+    bool const secondIsBusier = node.GetCompetitorImp(0)->GetDumbChildPos() == 1;
     NodeImp const* const busier = node.GetChildImp(secondIsBusier ? 1 : 0);
     NodeImp const* const other = node.GetChildImp(secondIsBusier ? 0 : 1);
     return !IsLeaf(*busier) ? busier : !IsLeaf(*other) ? other : nullptr;
@@ -69,9 +66,9 @@ public:
                 AddInnerNode(job);
             }
         }
-        tables_.firstFallback = Index(records_.size());
-        records_.insert(records_.end(), firstSurrogates_.begin(), firstSurrogates_.end());
-        Index(records_.size());
+        tables_.firstSurrogateRecord = Index(records_.size());
+        records_.insert(records_.end(), surrogateRecords_.begin(), surrogateRecords_.end());
+        Index(records_.size());  // throws where a walk could not index them all
         tables_.records = TableMemory<Record>(records_);
         tables_.fallbacks = TableMemory<Fallback>(fallbacks_);
         tables_.leaves = TableMemory<NodeImp const*>(leaves_);
@@ -91,20 +88,20 @@ private:
     std::size_t AddPairs(std::size_t n) {
         std::size_t const first = fallbacks_.size();
         fallbacks_.resize(first + n + n % 2);
-        firstSurrogates_.resize(fallbacks_.size(), NoRecord);
+        surrogateRecords_.resize(fallbacks_.size(), NoRecord);
         records_.resize(2 * fallbacks_.size());
         return first;
     }
 
     // Where the children of a binary split go. Beside them on their line lie the children of the
     // busier child; a pair of leaves leaves that place to another pair of leaves.
-    struct Place {
+    struct PairPlace {
         std::size_t pair;
         NodeImp const* busier = nullptr;
         std::size_t pairOfBusier = 0;
     };
 
-    Place FindPlace(Job const& job) {
+    PairPlace FindPlace(Job const& job) {
         if (job.pair != 0) {
             return {job.pair};
         }
@@ -124,10 +121,10 @@ private:
         SplitRuleImp const& primary = *node.GetCompetitorImp(0);
         int const numChildren = node.GetNumChildren();
         std::optional<Sides> const sides = numChildren == 2 ? OneCut(primary) : std::nullopt;
-        bool const isBinary = sides && AreNeighbours(*sides);
-        Place const place = isBinary
-                                ? FindPlace(job)
-                                : Place{AddPairs((static_cast<std::size_t>(numChildren) + 1) / 2)};
+        bool const isBinary = sides && ArePair(*sides);
+        PairPlace const place =
+            isBinary ? FindPlace(job)
+                     : PairPlace{AddPairs((static_cast<std::size_t>(numChildren) + 1) / 2)};
         int const firstChild = Index(2 * place.pair);
         records_[job.record] = isBinary ? MakeRecord(primary, firstChild + sides->below)
                                         : Record{0.0, ~AddRule(primary, numChildren), ~firstChild};
@@ -141,9 +138,10 @@ private:
 
     // A binary split with a child for missing values places every value.
     void AddFallback(NodeImp const& node, std::size_t pair, bool isBinary) {
-        int const missing = node.GetCompetitorImp(0)->GetMissingValueMapping();
+        SplitRuleImp const& primary = *node.GetCompetitorImp(0);
+        int const missing = primary.GetMissingValueMapping();
         bool const isPlaced = isBinary && missing >= 0;
-        fallbacks_[pair] = {&node, -1, isPlaced ? missing : node.GetBiggestChildPos()};
+        fallbacks_[pair] = {&node, -1, isPlaced ? missing : primary.GetDumbChildPos()};
         bool isFirst = true;
         for (unsigned int i = 0; i < node.GetNumSurrogates() && !isPlaced; ++i) {
             SplitRuleImp const* const rule = node.GetSurrogateImp(i);
@@ -151,8 +149,8 @@ private:
                 continue;
             }
             std::optional<Sides> const sides = OneCut(*rule);
-            if (isFirst && sides && AreNeighbours(*sides) && rule->GetMissingValueMapping() < 0) {
-                firstSurrogates_[pair] = MakeRecord(*rule, Index(2 * pair) + sides->below);
+            if (isFirst && sides && ArePair(*sides) && rule->GetMissingValueMapping() < 0) {
+                surrogateRecords_[pair] = MakeRecord(*rule, Index(2 * pair) + sides->below);
             } else {
                 AddSurrogate(fallbacks_[pair], MakeSurrogate(*rule, sides, node.GetNumChildren()));
             }
@@ -161,8 +159,8 @@ private:
     }
 
     void AddSurrogate(Fallback& fallback, Surrogate const& surrogate) {
-        if (fallback.firstSurrogate < 0) {
-            fallback.firstSurrogate = Index(tables_.surrogates.size());
+        if (fallback.firstOther < 0) {
+            fallback.firstOther = Index(tables_.surrogates.size());
         } else {
             tables_.surrogates.back().isLast = false;
         }
@@ -190,23 +188,21 @@ private:
                 true};
     }
 
-    // Nothing for a rule of any other kind, or with another missing-value code than the first one.
+    // Nothing for a rule of any other kind. The first rule asked for settles the missing-value code
+    // of the tables: nothing for one with another code either, or with one that its bits do not
+    // tell.
     std::optional<Sides> OneCut(SplitRuleImp const& rule) {
         OSplitRule const* const ordered = AsPlainOrdered(rule);
         if (ordered == nullptr || ordered->GetNumCutPoints() != 1) {
             return std::nullopt;
         }
         double const missingValue = ordered->GetMissingValue();
-        if (missingValue == 0.0 || std::isnan(missingValue)) {
-            return std::nullopt;
-        }
-        if (missingValue_.value_or(missingValue) != missingValue) {
+        bool const isToldByBits = missingValue != 0.0 && !std::isnan(missingValue);
+        if (!isToldByBits || missingValue_.value_or(missingValue) != missingValue) {
             return std::nullopt;
         }
         missingValue_ = missingValue;
-        int const above = ordered->GetUpperChild();
-        int const below = ordered->GetCutPointItem(0).child;
-        return Sides{below >= 0 ? below : above, above};
+        return Sides{ChildOfCut(*ordered, ordered->GetCutPointItem(0)), ordered->GetUpperChild()};
     }
 
     int Predictor(SplitRuleImp const& rule) {
@@ -216,32 +212,34 @@ private:
         return predictor;
     }
 
+    // Any negative answer of a rule places nothing.
+    void AddPosition(int child) { tables_.positions.push_back(std::max(child, -1)); }
+
     int AddRule(SplitRuleImp const& rule, int numChildren) {
         Rule added{Rule::Own,
                    Predictor(rule),
                    numChildren,
                    Index(tables_.cuts.size()),
                    Index(tables_.positions.size()),
-                   rule.GetMissingValueMapping(),
+                   std::max(rule.GetMissingValueMapping(), -1),
                    0.0};
         OSplitRule const* const ordered = AsPlainOrdered(rule);
         if (ordered != nullptr && AreAscending(*ordered)) {
             added.kind = Rule::Intervals;
             added.count = ordered->GetNumCutPoints();
             added.missingValue = ordered->GetMissingValue();
-            int const upper = ordered->GetUpperChild();
             for (int i = 0; i < added.count; ++i) {
                 OSplitRule::OSplitRuleItem const& cut = ordered->GetCutPointItem(i);
                 tables_.cuts.push_back(cut.cutValue);
-                tables_.positions.push_back(cut.child >= 0 ? cut.child : upper);
+                AddPosition(ChildOfCut(*ordered, cut));
             }
-            tables_.positions.push_back(upper);
+            AddPosition(ordered->GetUpperChild());
         } else if (NSplitRule const* const nominal = AsPlainNominal(rule)) {
             added.kind = Rule::Codes;
             added.count = nominal->GetNumCodes();
             for (int code = 0; code < added.count; ++code) {
                 int const child = nominal->GetCatMapping(code);
-                tables_.positions.push_back(child >= 0 ? child : added.missing);
+                AddPosition(child >= 0 ? child : added.missing);
             }
         } else {
             added.first = Index(tables_.clones.size());
@@ -261,12 +259,12 @@ private:
         return true;
     }
 
-    // Of a fallback that asks for more than a record.
+    // In the place of a first surrogate that is no record; neither a leaf nor asked as a rule.
     static constexpr Record NoRecord = {0.0, -1, -1};
 
     RouterTables& tables_;
     std::vector<Record> records_;
-    std::vector<Record> firstSurrogates_;
+    std::vector<Record> surrogateRecords_;
     std::vector<Fallback> fallbacks_;
     std::vector<NodeImp const*> leaves_;
     std::vector<Job> pending_;

@@ -14,15 +14,16 @@ namespace tree_800 {
 
 class NodeImp;
 
-/// What a TreeRouter routes by. Every node is a record, and the children of a node are neighbours,
-/// the first of them at an even index. Nearly every node of a grown tree splits in two at one cut
-/// point, and so does its first surrogate: their records alone decide. Whatever else a node may
-/// need is out of line.
+/// What a TreeRouter routes by. Every node is a record, and two records from an even index on are a
+/// pair; the children of a node start a pair, whose number is that of the node. Nearly every node
+/// of a grown tree splits in two at one cut point, and so does its first surrogate: their records
+/// alone decide. Whatever else a node may need is out of line.
 class RouterTables {
 public:
-    /// Values up to the cut go to the record `next`, all others, NaN too, to its neighbour, which
-    /// differs in the last bit; but the missing-value code goes to the fallback. A negative `next`
-    /// is ~number of a leaf or, where `predictor` is ~index of a rule, ~index of the first child.
+    /// Values up to the cut go to the record `next`, all others, NaN too, to the other one of its
+    /// pair; but the missing-value code goes to the surrogate's record and from there to the
+    /// fallback. A negative `next` is ~number of a leaf or, where `predictor` is ~index of a rule,
+    /// ~index of the first child.
     struct Record {
         double cut;
         int predictor;
@@ -31,7 +32,8 @@ public:
         bool IsLeaf() const noexcept { return next < 0 && predictor >= 0; }
     };
 
-    /// A rule with one cut point and the tree's missing-value code, or any other one.
+    /// A rule with one cut point and the missing-value code of the tables or, where isRule, any
+    /// other one.
     struct Surrogate {
         double cut;
         int predictor;  ///< or the index of the rule
@@ -42,11 +44,11 @@ public:
         bool isLast : 1;  ///< of the node's surrogates
     };
 
-    /// The end of a node's fallback.
+    /// What a node does with a row that its own record and its surrogate's do not place.
     struct Fallback {
         NodeImp const* node;
-        int firstSurrogate;  ///< that has no record of its own; negative for none
-        int otherwise;       ///< position for what no surrogate places; negative for none
+        int firstOther;  ///< surrogate, of those without a record; negative for none
+        int otherwise;   ///< position for what no surrogate places; negative for none
     };
 
     struct Rule {
@@ -63,19 +65,18 @@ public:
     /// Compiles a tree in which CheckTree finds no problem.
     explicit RouterTables(NodeImp const& root);
 
-    /// Of the nodes, then of their fallbacks: what stands at half the index of a node's first child
-    /// is the node's first surrogate, or a rule of no index where that one needs more than a
-    /// record.
+    /// Of the nodes and then, from firstSurrogateRecord on, by pair: the first surrogate of the
+    /// node, or what sends the walk on to the node's fallback.
     TableMemory<Record> records;
-    int firstFallback = 0;
-    TableMemory<Fallback> fallbacks;  ///< in the same order
+    int firstSurrogateRecord = 0;
+    TableMemory<Fallback> fallbacks;  ///< by pair
     std::vector<Surrogate> surrogates;
     std::vector<Rule> rules;
     std::vector<double> cuts;
     std::vector<int> positions;
     std::vector<std::unique_ptr<SplitRuleImp const>> clones;
     TableMemory<NodeImp const*> leaves;
-    double missingValue;  ///< of all cuts; neither 0 nor NaN, so that its bits tell it
+    double missingValue;  ///< of all records; neither 0 nor NaN, so that its bits tell it
     std::size_t numPredictors = 0;
 };
 

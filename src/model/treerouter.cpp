@@ -87,9 +87,9 @@ template <typename Row>
 int PlaceByFallback(RouterTables const& tables, Row row, int pair) {
     Fallback const& fallback = tables.fallbacks[pair];
     int position = Unplaced;
-    if (fallback.firstSurrogate >= 0) {
+    if (fallback.firstOther >= 0) {
         Surrogate const* surrogate =
-            &tables.surrogates[static_cast<std::size_t>(fallback.firstSurrogate)];
+            &tables.surrogates[static_cast<std::size_t>(fallback.firstOther)];
         position = Place(tables, *surrogate, row);
         while (position == Unplaced && !surrogate->isLast) {
             position = Place(tables, *++surrogate, row);
@@ -102,23 +102,23 @@ int PlaceByFallback(RouterTables const& tables, Row row, int pair) {
 }
 
 // Where a walk goes on from the record `at`, which does not decide by itself: the next record, or
-// the end of the walk, ~index of the fallback of the inner node that does not place the row. Kept
-// out of the loops below, which are a third slower around it.
+// the end of the walk, ~pair of the inner node that does not place the row. Not inlined: the loops
+// below need their registers.
 template <typename Row>
 [[gnu::noinline]] int PlaceOutOfLine(RouterTables const& tables, Row row, int at) {
-    if (at >= tables.firstFallback) {
-        return PlaceByFallback(tables, row, at - tables.firstFallback);
+    if (at >= tables.firstSurrogateRecord) {
+        return PlaceByFallback(tables, row, at - tables.firstSurrogateRecord);
     }
     Record const& record = tables.records[at];
     if (record.next >= 0) {  // the missing-value code
-        return tables.firstFallback + record.next / 2;
+        return tables.firstSurrogateRecord + record.next / 2;
     }
     int const index = ~record.predictor;
     Rule const& rule = tables.rules[static_cast<std::size_t>(index)];
     int const firstChild = ~record.next;
     int const position = Place(tables, rule, row[rule.predictor]);
     if (position == Unplaced) {
-        return tables.firstFallback + firstChild / 2;
+        return tables.firstSurrogateRecord + firstChild / 2;
     }
     return position >= 0 ? firstChild + position : ~(firstChild / 2);
 }
@@ -130,8 +130,9 @@ std::uint64_t Bits(double value) {
 }
 
 // One step from the record `at`, not of a leaf; the answer is that of PlaceOutOfLine. The bits tell
-// the missing-value code with one test where doubles need two. The child is chosen before that
-// test, which it could wait for: chosen after it, compilers move the value between registers first.
+// the missing-value code with one test where doubles need two. The child is chosen before the test
+// although only its outcome needs it: the other way round compilers move the value between
+// registers first.
 template <typename Row>
 [[gnu::always_inline]] inline int Step(RouterTables const& tables, std::uint64_t missing, Row row,
                                        Record const& record, int at) {
@@ -176,7 +177,8 @@ void Fetch(Observation row, std::size_t numPredictors) {
 
 void Fetch(StridedObservation /*row*/, std::size_t /*numPredictors*/) {}
 
-int WalkOne(RouterTables const& tables, Observation row) {
+template <typename Row>
+int WalkOne(RouterTables const& tables, Row row) {
     Fetch(row, tables.numPredictors);
     return Walk(tables, row, 0);
 }
@@ -193,7 +195,7 @@ void WalkLanes(RouterTables const& tables, std::size_t numRows, RowAt rowAt, Sto
         std::size_t number;
         int at;
     };
-    constexpr std::size_t RowsAhead = 16;
+    constexpr std::size_t RowsAhead = 16;  // 4 to 48 were alike
     Record const* const records = tables.records.Data();
     std::uint64_t const missing = Bits(tables.missingValue);
     Lane lanes[sizeof...(I)];
@@ -203,7 +205,8 @@ void WalkLanes(RouterTables const& tables, std::size_t numRows, RowAt rowAt, Sto
         Fetch(rowAt(std::min(nextRow + RowsAhead, numRows - 1)), tables.numPredictors);
         ++nextRow;
     };
-    // Whether there was a row left for the lane if it needed one.
+    // Whether there was a row left for the lane if it needed one. C++17 has no place for the
+    // [[gnu::always_inline]] of a lambda.
     auto const step = [&](Lane & lane) __attribute__((always_inline)) {
         Record const& record = records[static_cast<unsigned int>(lane.at)];
         int end = ~record.next;
@@ -236,8 +239,8 @@ void WalkLanes(RouterTables const& tables, std::size_t numRows, RowAt rowAt, Sto
     }
 }
 
-// Eight rows hide the delays of the nearer caches; memory needs more rows under way, and telling
-// it early.
+// Eight rows hide the delays of the nearer caches; main memory needs more rows under way, and their
+// records asked for ahead.
 template <typename RowAt, typename Store>
 void WalkAll(RouterTables const& tables, std::size_t numRows, RowAt rowAt, Store store) {
     using FewLanes = std::make_index_sequence<8>;
@@ -248,7 +251,7 @@ void WalkAll(RouterTables const& tables, std::size_t numRows, RowAt rowAt, Store
         WalkLanes<false>(tables, numRows, rowAt, store, FewLanes());
     } else {
         for (std::size_t i = 0; i < numRows; ++i) {
-            store(i, Walk(tables, rowAt(i), 0));
+            store(i, WalkOne(tables, rowAt(i)));
         }
     }
 }

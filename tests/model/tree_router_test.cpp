@@ -18,7 +18,7 @@ namespace {
 using namespace test;
 
 constexpr double Inf = std::numeric_limits<double>::infinity();
-constexpr int NumPredictors = 5;
+constexpr int NumPredictors = 9;
 
 // A rule of a caller's own kind, now and then out of bounds.
 class FoldingRule : public OSplitRule {
@@ -94,7 +94,8 @@ private:
         return rule;
     }
 
-    // One cut point more often than not, intervals going to any child, the odd missing-value code.
+    // One cut point more often than not, intervals going to any child or none, the odd missing-value
+    // code.
     std::unique_ptr<SplitRuleImp> Intervals(int predictor, int numChildren) {
         double const codes[] = {systemMissingValue(), systemMissingValue(), -9.0, 0.0,
                                 std::nan("")};
@@ -105,7 +106,7 @@ private:
             rule->InsertCutPoint(OValueSet(end - 1.0, end), false);
             values.push_back(end);
             end += 1.0;
-            children.push_back(random_.Between(0, numChildren - 1));
+            children.push_back(random_.Between(random_.OneIn(9) ? -2 : 0, numChildren - 1));
         }
         if (!random_.OneIn(9)) {  // otherwise nothing places the high values
             OValueSet above(end - 1.0, end);
