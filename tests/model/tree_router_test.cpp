@@ -94,8 +94,8 @@ private:
         return rule;
     }
 
-    // One cut point more often than not, intervals going to any child or none, the odd missing-value
-    // code.
+    // One cut point more often than not, intervals going to any child or none, the odd
+    // missing-value code.
     std::unique_ptr<SplitRuleImp> Intervals(int predictor, int numChildren) {
         double const codes[] = {systemMissingValue(), systemMissingValue(), -9.0, 0.0,
                                 std::nan("")};
