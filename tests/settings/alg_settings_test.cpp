@@ -163,6 +163,8 @@ TEST(AlgSettingsTest, InitWithOwnParts) {
         EXPECT_EQ(SnapshotOf(*all[i]), before[i]);
     }
     EXPECT_EQ(chaid.GetCost(), chaidCost) << "its own parts stay in place";
+    quest.SetAlphaOfVariableSelection(0.3);
+    EXPECT_EQ(quest.GetAlphaOfVariableSelection(), 0.3);
 }
 
 TEST(ChaidSettingsTest, MergeSplitFollowsMergeAndMethodsAreChecked) {

@@ -84,6 +84,8 @@ TEST(StopRuleTest, EqualityToleratesATrillionth) {
         EXPECT_EQ(rule == other, equal) << testing::PrintToString(Fields(other));
         EXPECT_EQ(other == rule, equal) << testing::PrintToString(Fields(other));
     }
+    StopRuleImp const percent(0.5, 20, 5.0, 40, 2.5, 6);
+    EXPECT_TRUE(percent == StopRuleImp(percent));
     StopRuleImp const infinite(Inf, 20, 0.0, 40, 0.0, 6);
     EXPECT_FALSE(infinite == infinite);
 }

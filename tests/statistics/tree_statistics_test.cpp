@@ -87,9 +87,11 @@ TEST(TreeStatisticsTest, LeavesAddUpInTheRowTheyPredictAndNowhereElse) {
                                              {0, {1.0, 3.0, 9.0}},
                                              {2, {5.0, 5.0, 5.0}},
                                              {-1, {5.0, 5.0}}}) {
-        auto const leaf = Leaf(prediction, counts);
-        statistics.AddMisclassificationInfo(leaf.get(), TrainingSample);
-        statistics.AddMisclassificationInfo(leaf.get(), TestSample);
+        auto const parent = Leaf(0, {100.0, 100.0});  // what has a child does not count
+        parent->SetNumChildren(1);
+        SetChild(*parent, 0, Leaf(prediction, counts));
+        statistics.AddMisclassificationInfo(parent.get(), TrainingSample);
+        statistics.AddMisclassificationInfo(parent.get(), TestSample);
     }
     EXPECT_EQ(MatrixOf(statistics), (Matrix{{1.0, 3.0}, {2.5, 8.0}}));
     for (int const index : {-1, 2, INT_MIN, INT_MAX}) {

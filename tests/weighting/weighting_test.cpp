@@ -132,6 +132,7 @@ TEST(PriorsTest, ValuesAreCheckedAndTheVectorGrows) {
         EXPECT_EQ(ValuesOf(priors, PriorsImp::GivenPriors), row.values);
         EXPECT_EQ(priors.GetType(), row.values.empty() ? PriorsFromData : UserPriors);
     }
+    EXPECT_FALSE(priors.Set(0, -0.1, PriorsImp::ThirdPriors));
     EXPECT_THROW(priors.Set(INT_MAX, 0.5), std::bad_alloc);
     EXPECT_FALSE(priors.Resize(5));
     EXPECT_TRUE(priors.Resize(0));
