@@ -49,7 +49,9 @@ public:
     /// ignored.
     void SetCatMapping(int code, int child);
     /// The child of the code; -1 when it has none or lies outside the table.
-    int GetCatMapping(int code) const;
+    int GetCatMapping(int code) const noexcept {
+        return code >= 0 && code < childOfCode_.GetSize() ? childOfCode_[code] : -1;
+    }
     /// Number of codes in the table, with and without a child.
     int GetNumCodes() const noexcept { return childOfCode_.GetSize(); }
 

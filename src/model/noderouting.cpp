@@ -15,8 +15,13 @@ namespace {
 [[gnu::always_inline]] inline int ChildFor(SplitRuleImp const& rule, double const* obs) {
     TREE800_REQUIRE(rule.GetPredictorIndex() >= 0, "a rule that routes has a predictor");
     double const value = obs[rule.GetPredictorIndex()];
-    OSplitRule const* const ordered = AsPlainOrdered(rule);
-    return ordered != nullptr ? ClassifyOrdered(*ordered, value) : rule.Classify(value);
+    if (OSplitRule const* const ordered = AsPlainOrdered(rule)) {
+        return ClassifyOrdered(*ordered, value);
+    }
+    if (NSplitRule const* const nominal = AsPlainNominal(rule)) {
+        return ClassifyNominal(*nominal, value);
+    }
+    return rule.Classify(value);
 }
 
 // Where the rules send an observation: the primary split, or the first surrogate that places it, or

@@ -1,9 +1,10 @@
 #include <tree/nominal_split_rule.h>
 
+#include "model/plain_rule.h"
+
 #include <tree/value_set.h>
 
 #include <algorithm>
-#include <cmath>
 #include <memory>
 #include <new>
 
@@ -57,14 +58,7 @@ bool NSplitRule::CopyMappings(SplitRuleImp const& other) {
     return SplitRuleImp::CopyMappings(other);
 }
 
-int NSplitRule::Classify(double value) const {
-    double const whole = std::floor(value);
-    if (whole != value || whole < 0.0 || !(whole < childOfCode_.GetSize())) {
-        return GetMissingValueMapping();
-    }
-    int const child = childOfCode_[static_cast<int>(whole)];
-    return child >= 0 ? child : GetMissingValueMapping();
-}
+int NSplitRule::Classify(double value) const { return ClassifyNominal(*this, value); }
 
 int NSplitRule::Compare(SplitRuleImp const& other) const {
     int result = SplitRuleImp::Compare(other);
@@ -130,10 +124,6 @@ void NSplitRule::SetCatMapping(int code, int child) {
     for (int gap = firstNew; gap < code; ++gap) {
         childOfCode_.SetAt(gap, -1);
     }
-}
-
-int NSplitRule::GetCatMapping(int code) const {
-    return 0 <= code && code < childOfCode_.GetSize() ? childOfCode_[code] : -1;
 }
 
 }  // namespace tree_800
