@@ -12,16 +12,17 @@ namespace tree_800 {
 
 namespace {
 
+// Apart, so that the loops below have one call for it.
+[[gnu::noinline]] int ClassifyByOther(SplitRuleImp const& rule, double value) {
+    NSplitRule const* const nominal = AsPlainNominal(rule);
+    return nominal != nullptr ? nominal->NSplitRule::Classify(value) : rule.Classify(value);
+}
+
 [[gnu::always_inline]] inline int ChildFor(SplitRuleImp const& rule, double const* obs) {
     TREE800_REQUIRE(rule.GetPredictorIndex() >= 0, "a rule that routes has a predictor");
     double const value = obs[rule.GetPredictorIndex()];
-    if (OSplitRule const* const ordered = AsPlainOrdered(rule)) {
-        return ClassifyOrdered(*ordered, value);
-    }
-    if (NSplitRule const* const nominal = AsPlainNominal(rule)) {
-        return ClassifyNominal(*nominal, value);
-    }
-    return rule.Classify(value);
+    OSplitRule const* const ordered = AsPlainOrdered(rule);
+    return ordered != nullptr ? ClassifyOrdered(*ordered, value) : ClassifyByOther(rule, value);
 }
 
 // Where the rules send an observation: the primary split, or the first surrogate that places it, or

@@ -1,7 +1,5 @@
 #include <tree/nominal_split_rule.h>
 
-#include "model/plain_rule.h"
-
 #include <tree/value_set.h>
 
 #include <algorithm>
@@ -58,7 +56,12 @@ bool NSplitRule::CopyMappings(SplitRuleImp const& other) {
     return SplitRuleImp::CopyMappings(other);
 }
 
-int NSplitRule::Classify(double value) const { return ClassifyNominal(*this, value); }
+int NSplitRule::Classify(double value) const {
+    bool const isInTable = value >= 0.0 && value < childOfCode_.GetSize();
+    int const code = isInTable ? static_cast<int>(value) : -1;
+    int const child = code == value ? GetCatMapping(code) : -1;
+    return child >= 0 ? child : GetMissingValueMapping();
+}
 
 int NSplitRule::Compare(SplitRuleImp const& other) const {
     int result = SplitRuleImp::Compare(other);

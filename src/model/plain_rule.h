@@ -46,14 +46,6 @@ inline int ClassifyOrdered(OSplitRule const& rule, double value) {
     return rule.GetUpperChild();
 }
 
-/// NSplitRule::Classify, likewise.
-inline int ClassifyNominal(NSplitRule const& rule, double value) {
-    bool const isInTable = value >= 0.0 && value < rule.GetNumCodes();
-    int const code = isInTable ? static_cast<int>(value) : -1;
-    int const child = code == value ? rule.GetCatMapping(code) : -1;
-    return child >= 0 ? child : rule.GetMissingValueMapping();
-}
-
 }  // namespace tree_800
 
 #endif
