@@ -110,9 +110,6 @@ template <typename Row>
         return PlaceByFallback(tables, row, at - tables.firstSurrogateRecord);
     }
     Record const& record = tables.records[at];
-    if (record.next >= 0) {  // the missing-value code
-        return tables.firstSurrogateRecord + record.next / 2;
-    }
     int const index = ~record.predictor;
     Rule const& rule = tables.rules[static_cast<std::size_t>(index)];
     int const firstChild = ~record.next;
@@ -142,6 +139,9 @@ template <typename Row>
         int const child = record.cut >= value ? next : next ^ 1;
         if (__builtin_expect(Bits(value) != missing, 1)) {
             return child;
+        }
+        if (at < tables.firstSurrogateRecord) {
+            return tables.firstSurrogateRecord + next / 2;
         }
     }
     return PlaceOutOfLine(tables, row, at);
