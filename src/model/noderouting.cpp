@@ -6,13 +6,15 @@
 #include <tree/split_rule_imp.h>
 
 #include <cstddef>
+#include <memory>
 #include <typeinfo>
+#include <vector>
 
 namespace tree_800 {
 
 namespace {
 
-// Apart, so that the loops below have one call for it.
+// Apart from ChildFor: inlined there, it makes ordered rules a few hundredths slower.
 [[gnu::noinline]] int ClassifyByOther(SplitRuleImp const& rule, double value) {
     NSplitRule const* const nominal = AsPlainNominal(rule);
     return nominal != nullptr ? nominal->NSplitRule::Classify(value) : rule.Classify(value);
@@ -49,8 +51,8 @@ int ClassifyByRules(SplitRuleImp const& primary,
 }  // namespace
 
 int NodeImp::Classify(double const* obs) const {
-    if (GetNumChildren() <= 0 ||
-        competitors_.front() == nullptr) {  // null without competitors, too
+    // Without competitors the front is null, too.
+    if (GetNumChildren() <= 0 || competitors_.front() == nullptr) {
         return -1;
     }
     return ClassifyByRules(*competitors_.front(), surrogates_, obs);
